@@ -1,0 +1,7 @@
+#pragma once
+/// Every exported header of the utility library, and the base library's.
+
+#include <vxbase/vxbase.h>
+
+#include <vxutility/Encoding.h>
+#include <vxutility/Version.h>

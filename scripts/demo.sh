@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds the library and runs the vxutil demo.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+bash scripts/install-deps.sh
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+cmake --build build --target vxutil
+./build/tools/vxutil/vxutil demo

@@ -1,0 +1,32 @@
+#include <gtest/gtest.h>
+
+#include <vxutility/Encoding.h>
+
+namespace {
+
+TEST(CharsetConversion, SingleStepsMatchTheConverter) {
+  EXPECT_EQ(Utf82Unicode("\xE4\xB8\xAD", -1), std::wstring(1, 0x4E2D));
+  EXPECT_EQ(Unicode2Utf8(std::wstring(1, 0x4E2D).c_str(), -1), "\xE4\xB8\xAD");
+  EXPECT_EQ(Local2Unicode("abc", -1), L"abc");
+  EXPECT_EQ(Unicode2Local(L"abc", -1), "abc");
+}
+
+TEST(CharsetConversion, ExplicitLengthStopsAtEmbeddedNul) {
+  EXPECT_EQ(Utf82Unicode("ab\0cd", 5), L"ab");
+  EXPECT_EQ(Unicode2Utf8(L"ab\0cd", 5), "ab");
+  EXPECT_EQ(Local2Utf8("ab\0cd", 5), "ab");
+  EXPECT_EQ(Utf82Local("ab\0cd", 5), "ab");
+  EXPECT_EQ(Utf82Local("abcd", 2), "ab");
+}
+
+TEST(CharsetConversion, TwoStepsKeepTextAndEmptyStaysEmpty) {
+  EXPECT_EQ(Local2Utf8("plain ascii", -1), "plain ascii");
+  EXPECT_EQ(Utf82Local("plain ascii", -1), "plain ascii");
+  EXPECT_EQ(Utf82Local("\xE4\xB8\xAD", -1), "\xE4\xB8\xAD");  // C locale is UTF-8
+  EXPECT_EQ(Local2Utf8("", -1), "");
+  EXPECT_EQ(Utf82Local(nullptr, -1), "");
+  EXPECT_EQ(Utf82Local("abc", 0), "");
+  EXPECT_EQ(Utf82Local("\xC0", -1), "\xEF\xBF\xBD");  // invalid input is replaced
+}
+
+}  // namespace

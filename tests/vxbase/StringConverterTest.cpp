@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include <vxbase/StringConverter.h>
+
+namespace {
+
+std::wstring Wide(const CCA_WString& s) { return std::wstring(s.c_str(), s.GetLength()); }
+std::string Narrow(const CCA_String& s) { return std::string(s.c_str(), s.GetLength()); }
+
+struct DecodeCase {
+  const char* name;
+  std::string utf8;
+  std::wstring wide;
+  friend void PrintTo(const DecodeCase& c, std::ostream* os) { *os << c.name; }
+};
+
+class Utf8Decoding : public ::testing::TestWithParam<DecodeCase> {};
+
+TEST_P(Utf8Decoding, GivesCodePointsOrReplacement) {
+  const DecodeCase& c = GetParam();
+  const CCA_WString wide = CCA_StringConverter::utf8_to_unicode(c.utf8.data(), static_cast<int>(c.utf8.size()));
+  EXPECT_EQ(Wide(wide), c.wide);
+  // The C/POSIX locale counts as UTF-8.
+  EXPECT_EQ(Wide(CCA_StringConverter::local_to_unicode(c.utf8.data(), static_cast<int>(c.utf8.size()))), c.wide);
+}
+
+const wchar_t R = 0xFFFD;
+INSTANTIATE_TEST_SUITE_P(
+    Table, Utf8Decoding,
+    ::testing::Values(
+        DecodeCase{"ascii", "plain", L"plain"},
+        DecodeCase{"cjk", "\xE4\xB8\xAD\xE6\x96\x87", std::wstring{0x4E2D, 0x6587}},
+        DecodeCase{"astral", "\xF0\x9F\x98\x80", std::wstring{0x1F600}},
+        DecodeCase{"overlong", "\xC0\xAF", std::wstring{R, R}},
+        DecodeCase{"surrogate", "\xED\xA0\x80", std::wstring{R, R, R}},
+        DecodeCase{"truncated", "a\xE4\xB8", std::wstring{L'a', R}},
+        DecodeCase{"bad_continuation", "\xE4\x41", std::wstring{R, L'A'}},
+        DecodeCase{"past_max", "\xF4\x90\x80\x80", std::wstring{R, R, R, R}},
+        DecodeCase{"stray_continuation", "\x80z", std::wstring{R, L'z'}},
+        DecodeCase{"nul_in_length", std::string("ab\0cd", 5), L"ab"}),
+    [](const ::testing::TestParamInfo<DecodeCase>& info) { return std::string(info.param.name); });
+
+TEST(StringConverter, NonAsciiAtEveryWordOffsetRoundTrips) {
+  // Moves one CJK character through every position of the 8-byte fast path.
+  for (int at = 0; at < 20; ++at) {
+    std::string text(24, 'x');
+    text.insert(static_cast<std::size_t>(at), "\xE4\xB8\xAD");
+    const CCA_WString wide = CCA_StringConverter::utf8_to_unicode(text.c_str(), -1);
+    ASSERT_EQ(wide.GetLength(), 25) << at;
+    EXPECT_EQ(wide[at], 0x4E2D) << at;
+    EXPECT_EQ(Narrow(CCA_StringConverter::unicode_to_utf8(wide, -1)), text) << at;
+  }
+}
+
+TEST(StringConverter, EncodesWideTextIncludingBadUnits) {
+  const struct {
+    std::wstring wide;
+    std::string utf8;
+  } cases[] = {
+      {L"ascii text longer than a word", "ascii text longer than a word"},
+      {std::wstring{0x4E2D}, "\xE4\xB8\xAD"},
+      {std::wstring{0x1F600}, "\xF0\x9F\x98\x80"},
+      {std::wstring{0xD83D, 0xDE00}, "\xF0\x9F\x98\x80"},  // a UTF-16 pair still combines
+      {std::wstring{0xD800, L'a'}, "\xEF\xBF\xBD" "a"},    // lone surrogate
+      {std::wstring{static_cast<wchar_t>(0x110000)}, "\xEF\xBF\xBD"},
+      {std::wstring{L'a', L'b', 0, L'c'}, "ab"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Narrow(CCA_StringConverter::unicode_to_utf8(c.wide.data(), static_cast<int>(c.wide.size()))), c.utf8);
+    EXPECT_EQ(Narrow(CCA_StringConverter::unicode_to_local(c.wide.data(), static_cast<int>(c.wide.size()))), c.utf8);
+  }
+}
+
+TEST(StringConverter, EmptyAndNullInputs) {
+  EXPECT_TRUE(CCA_StringConverter::utf8_to_unicode(nullptr, 5).IsEmpty());
+  EXPECT_TRUE(CCA_StringConverter::utf8_to_unicode("abc", 0).IsEmpty());
+  EXPECT_TRUE(CCA_StringConverter::unicode_to_utf8(nullptr, -1).IsEmpty());
+  EXPECT_TRUE(CCA_StringConverter::local_to_unicode("", -1).IsEmpty());
+  EXPECT_TRUE(CCA_StringConverter::unicode_to_local(L"", -1).IsEmpty());
+}
+
+}  // namespace

@@ -1,0 +1,12 @@
+#pragma once
+/// Every header of the base library.
+
+#include <vxbase/Array.h>
+#include <vxbase/Geometry.h>
+#include <vxbase/Matrix.h>
+#include <vxbase/Memory.h>
+#include <vxbase/Mutex.h>
+#include <vxbase/Path.h>
+#include <vxbase/String.h>
+#include <vxbase/StringConverter.h>
+#include <vxbase/Types.h>

@@ -1,0 +1,19 @@
+#pragma once
+// UTF-8 <-> code point transcoding used by the string converter.
+
+namespace vxbase_utf8 {
+
+/// Decodes `length` bytes (no NUL among them) into `out`, which has room for
+/// `length` wide characters; returns the number written. Ill-formed
+/// sequences become one U+FFFD per maximal invalid subpart.
+int Decode(const char* text, int length, wchar_t* out);
+
+/// An upper bound of the UTF-8 size of `length` wide characters.
+int EncodedBound(const wchar_t* text, int length);
+
+/// Encodes `length` wide characters into `out` (room for EncodedBound);
+/// returns the number of bytes written. Surrogate pairs combine; lone
+/// surrogates and values past U+10FFFF become U+FFFD.
+int Encode(const wchar_t* text, int length, char* out);
+
+}  // namespace vxbase_utf8
