@@ -1,0 +1,195 @@
+// Curves are sampled, not solved: 51 evenly spaced parameters find the
+// nearest sample, a short halving search refines it toward the side where
+// the curve comes closer, and the crossings with the point's lines are read
+// from the samples that lie on either side of them. The parameter and the
+// stored samples are single precision; curve points and distances are
+// double, with the powers of (1 - t) and t^3 from std::pow.
+
+#include "graphics/hittest/CurveSegmentTest.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vxhittest {
+namespace {
+
+constexpr int kSampleSteps = 50;           // samples at t = 0, 1/50, ..., 1
+constexpr float kSearchHalfWidth = 0.02f;  // one sample step either side
+constexpr float kSearchStop = 0.000001f;   // narrowest parameter interval
+constexpr double kMinProgress = 0.0001;    // the search goes on while it gains this much
+
+struct CurvePoint {
+  double x;
+  double y;
+};
+
+struct Curve {
+  int kind;
+  CA_PathPoint p0, p1, p2, p3;
+};
+
+Curve MakeCurve(int kind, const CCA_ArrayTemplate<CA_PathPoint>& points) {
+  Curve curve{kind, points[0], points[1], points[2], CA_PathPoint()};
+  if (points.GetSize() >= 4) curve.p3 = points[3];
+  return curve;
+}
+
+// The Bernstein terms without a power function stay in single precision,
+// as the parameter is; the sum is double.
+CurvePoint Evaluate(const Curve& c, float t) {
+  const float omt = 1.0f - t;
+  if (c.kind == Quadratic) {
+    const double w0 = std::pow(static_cast<double>(omt), 2.0);
+    const float w1 = 2.0f * t * omt;
+    const float w2 = t * t;
+    return {w0 * c.p0.x + w1 * c.p1.x + w2 * c.p2.x, w0 * c.p0.y + w1 * c.p1.y + w2 * c.p2.y};
+  }
+  const double w0 = std::pow(static_cast<double>(omt), 3.0);
+  const double w1 = 3.0f * t * std::pow(static_cast<double>(omt), 2.0);
+  const float w2 = 3.0f * t * t * omt;
+  const double w3 = std::pow(static_cast<double>(t), 3.0);
+  return {w0 * c.p0.x + w1 * c.p1.x + w2 * c.p2.x + w3 * c.p3.x,
+          w0 * c.p0.y + w1 * c.p1.y + w2 * c.p2.y + w3 * c.p3.y};
+}
+
+double DistanceTo(float px, float py, const CurvePoint& b) {
+  const double dy = py - b.y;
+  const double dx = px - b.x;
+  return std::sqrt(dy * dy + dx * dx);
+}
+
+double DistanceAt(const Curve& curve, float px, float py, float t) {
+  return DistanceTo(px, py, Evaluate(curve, t));
+}
+
+void AppendSample(CCA_ArrayTemplate<CCA_GPoint>& samples, const CCA_GPoint& sample) {
+  const int count = samples.GetSize();
+  if (!samples.SetSize(count + 1, -1)) return;
+  samples[count] = sample;
+}
+
+// Halves the interval from `t` toward `bound` while the curve keeps coming
+// closer; true as soon as a probe lies within the tolerance.
+bool SearchToward(const Curve& curve, float px, float py, float tolerance, float t, double previous,
+                  float bound) {
+  for (;;) {
+    if (std::fabs(bound - t) < kSearchStop) return false;
+    t = (t + bound) / 2;
+    const double d = DistanceAt(curve, px, py, t);
+    if (d <= tolerance) return true;
+    if (!(previous - d > kMinProgress)) return false;
+    previous = d;
+  }
+}
+
+struct SampleRun {
+  CCA_ArrayTemplate<CCA_GPoint> left{kSampleSteps + 1};  // x <= px
+  CCA_ArrayTemplate<CCA_GPoint> right{kSampleSteps + 1};  // x > px
+  CCA_ArrayTemplate<CCA_GPoint> up{kSampleSteps + 1};     // y <= py
+  CCA_ArrayTemplate<CCA_GPoint> down{kSampleSteps + 1};   // y > py
+  double maxDX = 0;
+  double maxDY = 0;
+  float minDist = 0;
+  float tBest = 0;
+};
+
+void Sample(const Curve& curve, float px, float py, SampleRun& run) {
+  CurvePoint previous{0, 0};
+  for (int i = 0; i <= kSampleSteps; ++i) {
+    const float t = static_cast<float>(i) / static_cast<float>(kSampleSteps);
+    const CurvePoint b = Evaluate(curve, t);
+    const CCA_GPoint sample{static_cast<float>(b.x), static_cast<float>(b.y)};
+    AppendSample(px < b.x ? run.right : run.left, sample);
+    AppendSample(py < b.y ? run.down : run.up, sample);
+    if (i >= 1) {
+      run.maxDY = std::max(run.maxDY, std::fabs(b.y - previous.y));
+      run.maxDX = std::max(run.maxDX, std::fabs(b.x - previous.x));
+    }
+    previous = b;
+    // Distances compare at the precision they are kept in, so a tie keeps
+    // the earlier sample.
+    const float distance = static_cast<float>(DistanceTo(px, py, b));
+    if (i == 0 || distance < run.minDist) {
+      run.minDist = distance;
+      run.tBest = t;
+    }
+  }
+}
+
+bool Refine(const Curve& curve, float px, float py, float tolerance, const SampleRun& run) {
+  if (run.minDist <= tolerance) return true;
+  const float tLo = std::max(0.0f, run.tBest - kSearchHalfWidth);
+  const float tHi = std::min(1.0f, run.tBest + kSearchHalfWidth);
+  const float tA = (run.tBest + tLo) / 2;
+  const float tB = (run.tBest + tHi) / 2;
+  const double dA = DistanceAt(curve, px, py, tA);
+  const double dB = DistanceAt(curve, px, py, tB);
+  if (dA > dB) return run.minDist - dB > kMinProgress && SearchToward(curve, px, py, tolerance, tB, dB, tHi);
+  return run.minDist - dA > kMinProgress && SearchToward(curve, px, py, tolerance, tA, dA, tLo);
+}
+
+bool BeyondBothAxes(float px, float py, const ControlBox& box) {
+  return (px < box.minX || px > box.maxX) && (py < box.minY || py > box.maxY);
+}
+
+}  // namespace
+
+bool TestCurveSegment(float px, float py, float tolerance, int kind, const PathSegment& segment,
+                      SideCounts& counts) {
+  const int count = segment.points.GetSize();
+  if (count < 3 || (kind == Cubic && count < 4)) return false;
+  if (BeyondBothAxes(px, py, GetControlBox(segment.points))) return false;
+
+  const Curve curve = MakeCurve(kind, segment.points);
+  SampleRun run;
+  Sample(curve, px, py, run);
+  if (Refine(curve, px, py, tolerance, run)) {
+    ++counts.plusX;
+    ++counts.minusX;
+    ++counts.plusY;
+    ++counts.minusY;
+    return true;
+  }
+  const float maxDX = static_cast<float>(run.maxDX);
+  const float maxDY = static_cast<float>(run.maxDY);
+  CountSideCrossings(px, py, run.left, counts.minusX, maxDX, maxDY, SideLeft);
+  CountSideCrossings(px, py, run.right, counts.plusX, maxDX, maxDY, SideRight);
+  CountSideCrossings(px, py, run.up, counts.minusY, maxDX, maxDY, SideUp);
+  CountSideCrossings(px, py, run.down, counts.plusY, maxDX, maxDY, SideDown);
+  return false;
+}
+
+void CountSideCrossings(float px, float py, const CCA_ArrayTemplate<CCA_GPoint>& samples, int& counter,
+                        float maxDX, float maxDY, int side) {
+  const bool alongY = side == SideLeft || side == SideRight;
+  if (!alongY && side != SideUp && side != SideDown) return;
+  const float p = alongY ? py : px;
+  const float threshold = alongY ? maxDY : maxDX;
+  int above = 0;
+  int below = 0;
+  float nearestAboveDistance = 1000.0f;
+  float nearestBelowDistance = 1000.0f;
+  float nearestAbove = 0.0f;
+  float nearestBelow = 0.0f;
+  const int count = samples.GetSize();
+  for (int i = 0; i < count; ++i) {
+    const float c = alongY ? samples[i].y : samples[i].x;
+    if (c > p) {
+      ++above;
+      if (std::fabs(c - p) < nearestAboveDistance) {
+        nearestAboveDistance = std::fabs(c - p);
+        nearestAbove = c;
+      }
+    }
+    if (c < p) {
+      ++below;
+      if (std::fabs(c - p) < nearestBelowDistance) {
+        nearestBelowDistance = std::fabs(c - p);
+        nearestBelow = c;
+      }
+    }
+    if (above >= 1 && below >= 1 && threshold > std::fabs(nearestAbove - nearestBelow)) ++counter;
+  }
+}
+
+}  // namespace vxhittest
