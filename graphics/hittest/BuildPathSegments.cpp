@@ -6,6 +6,8 @@
 
 #include "graphics/hittest/BuildPathSegments.h"
 
+#include <utility>
+
 #include "graphics/hittest/ArcToCubics.h"
 
 namespace vxhittest {
@@ -29,7 +31,8 @@ void AppendArc(const CCA_Path& path, int first, const CA_PathPoint& from, PathSe
   arc.MoveTo(from.x, from.y);
   arc.ArcTo(radii.x, radii.y, rotation.x, rotation.y, sweep.x, end.x, end.y);
   CCA_Path cubics;
-  const int pieces = ConvertArcToCubics(cubics, arc);
+  // The arc path is not used again: hand it over instead of copying it.
+  const int pieces = ConvertArcToCubics(cubics, std::move(arc));
   // A piece whose records could not all be stored is left out.
   for (int j = 0; j < pieces && 3 * j + 3 < cubics.GetPointCount(); ++j) {
     AppendSegment(segments, Cubic, &cubics.GetPoint(3 * j), 4);

@@ -8,6 +8,7 @@
 #include "graphics/hittest/CurveSegmentTest.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace vxhittest {
@@ -34,22 +35,59 @@ Curve MakeCurve(int kind, const CCA_ArrayTemplate<CA_PathPoint>& points) {
   return curve;
 }
 
-// The Bernstein terms without a power function stay in single precision,
-// as the parameter is; the sum is double.
-CurvePoint Evaluate(const Curve& c, float t) {
+// The Bernstein weights at t. The terms without a power function stay in
+// single precision, as the parameter is; the curve point sums in double.
+struct QuadraticWeights {
+  double w0;
+  float w1, w2;
+};
+
+struct CubicWeights {
+  double w0, w1;
+  float w2;
+  double w3;
+};
+
+QuadraticWeights QuadraticAt(float t) {
   const float omt = 1.0f - t;
-  if (c.kind == Quadratic) {
-    const double w0 = std::pow(static_cast<double>(omt), 2.0);
-    const float w1 = 2.0f * t * omt;
-    const float w2 = t * t;
-    return {w0 * c.p0.x + w1 * c.p1.x + w2 * c.p2.x, w0 * c.p0.y + w1 * c.p1.y + w2 * c.p2.y};
-  }
-  const double w0 = std::pow(static_cast<double>(omt), 3.0);
-  const double w1 = 3.0f * t * std::pow(static_cast<double>(omt), 2.0);
-  const float w2 = 3.0f * t * t * omt;
-  const double w3 = std::pow(static_cast<double>(t), 3.0);
-  return {w0 * c.p0.x + w1 * c.p1.x + w2 * c.p2.x + w3 * c.p3.x,
-          w0 * c.p0.y + w1 * c.p1.y + w2 * c.p2.y + w3 * c.p3.y};
+  return {std::pow(static_cast<double>(omt), 2.0), 2.0f * t * omt, t * t};
+}
+
+CubicWeights CubicAt(float t) {
+  const float omt = 1.0f - t;
+  return {std::pow(static_cast<double>(omt), 3.0), 3.0f * t * std::pow(static_cast<double>(omt), 2.0),
+          3.0f * t * t * omt, std::pow(static_cast<double>(t), 3.0)};
+}
+
+CurvePoint Apply(const Curve& c, const QuadraticWeights& w) {
+  return {w.w0 * c.p0.x + w.w1 * c.p1.x + w.w2 * c.p2.x, w.w0 * c.p0.y + w.w1 * c.p1.y + w.w2 * c.p2.y};
+}
+
+CurvePoint Apply(const Curve& c, const CubicWeights& w) {
+  return {w.w0 * c.p0.x + w.w1 * c.p1.x + w.w2 * c.p2.x + w.w3 * c.p3.x,
+          w.w0 * c.p0.y + w.w1 * c.p1.y + w.w2 * c.p2.y + w.w3 * c.p3.y};
+}
+
+float SampleParameter(int i) { return static_cast<float>(i) / static_cast<float>(kSampleSteps); }
+
+// The sample parameters never change, so their weights are computed once,
+// by the same functions the search uses.
+template <typename Weights>
+const Weights& SampleWeights(Weights (*at)(float), int i) {
+  static const auto table = [at] {
+    std::array<Weights, kSampleSteps + 1> weights{};
+    for (int j = 0; j <= kSampleSteps; ++j) weights[j] = at(SampleParameter(j));
+    return weights;
+  }();
+  return table[i];
+}
+
+CurvePoint Evaluate(const Curve& c, float t) {
+  return c.kind == Quadratic ? Apply(c, QuadraticAt(t)) : Apply(c, CubicAt(t));
+}
+
+CurvePoint EvaluateSample(const Curve& c, int i) {
+  return c.kind == Quadratic ? Apply(c, SampleWeights(QuadraticAt, i)) : Apply(c, SampleWeights(CubicAt, i));
 }
 
 double DistanceTo(float px, float py, const CurvePoint& b) {
@@ -96,8 +134,8 @@ struct SampleRun {
 void Sample(const Curve& curve, float px, float py, SampleRun& run) {
   CurvePoint previous{0, 0};
   for (int i = 0; i <= kSampleSteps; ++i) {
-    const float t = static_cast<float>(i) / static_cast<float>(kSampleSteps);
-    const CurvePoint b = Evaluate(curve, t);
+    const float t = SampleParameter(i);
+    const CurvePoint b = EvaluateSample(curve, i);
     const CCA_GPoint sample{static_cast<float>(b.x), static_cast<float>(b.y)};
     AppendSample(px < b.x ? run.right : run.left, sample);
     AppendSample(py < b.y ? run.down : run.up, sample);
