@@ -166,6 +166,22 @@ bool Refine(const Curve& curve, float px, float py, float tolerance, const Sampl
   return run.minDist - dA > kMinProgress && SearchToward(curve, px, py, tolerance, tA, dA, tLo);
 }
 
+// The samples on one side of the point's line and the nearest of them
+// (samples 1000 or more away never become the nearest).
+struct SideTally {
+  int count = 0;
+  float nearestDistance = 1000.0f;
+  float nearest = 0.0f;
+
+  void Add(float c, float p) {
+    ++count;
+    if (std::fabs(c - p) < nearestDistance) {
+      nearestDistance = std::fabs(c - p);
+      nearest = c;
+    }
+  }
+};
+
 bool BeyondBothAxes(float px, float py, const ControlBox& box) {
   return (px < box.minX || px > box.maxX) && (py < box.minY || py > box.maxY);
 }
@@ -203,30 +219,14 @@ void CountSideCrossings(float px, float py, const CCA_ArrayTemplate<CCA_GPoint>&
   if (!alongY && side != SideUp && side != SideDown) return;
   const float p = alongY ? py : px;
   const float threshold = alongY ? maxDY : maxDX;
-  int above = 0;
-  int below = 0;
-  float nearestAboveDistance = 1000.0f;
-  float nearestBelowDistance = 1000.0f;
-  float nearestAbove = 0.0f;
-  float nearestBelow = 0.0f;
+  SideTally above;
+  SideTally below;
   const int count = samples.GetSize();
   for (int i = 0; i < count; ++i) {
     const float c = alongY ? samples[i].y : samples[i].x;
-    if (c > p) {
-      ++above;
-      if (std::fabs(c - p) < nearestAboveDistance) {
-        nearestAboveDistance = std::fabs(c - p);
-        nearestAbove = c;
-      }
-    }
-    if (c < p) {
-      ++below;
-      if (std::fabs(c - p) < nearestBelowDistance) {
-        nearestBelowDistance = std::fabs(c - p);
-        nearestBelow = c;
-      }
-    }
-    if (above >= 1 && below >= 1 && threshold > std::fabs(nearestAbove - nearestBelow)) ++counter;
+    if (c > p) above.Add(c, p);
+    if (c < p) below.Add(c, p);
+    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) ++counter;
   }
 }
 

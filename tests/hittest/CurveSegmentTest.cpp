@@ -39,6 +39,9 @@ const CurveCase kCurveCases[] = {
      true},
     {"the search toward smaller t stops too", Quadratic, {{0, 0}, {50, 100}, {100, 0}}, {49, 49.98f}, 0.5f,
      false},
+    // Nearest sample t = 0: the search interval is clamped to the curve, so
+    // the curve's extension (B(-0.015) lies 1.01 away) is never probed.
+    {"the search stays on the curve", Quadratic, {{0, 0}, {0, 100}, {100, 100}}, {0.01f, -2.01f}, 1.1f, false},
     {"a quadratic with two points", Quadratic, {{0, 0}, {5, 10}}, {0, 0}, 5, false},
     {"a cubic with three points", Cubic, {{0, 0}, {0, 10}, {10, 10}}, {0, 0}, 5, false},
 };
@@ -66,31 +69,31 @@ TEST(TestCurveSegment, RejectedSegmentsCountNothing) {
 
 // Side counts on an arch: crossings are read from samples on both sides of
 // the point's lines, close enough together to be one crossing.
+struct ArchCase {
+  const char* what;
+  XY point;
+  bool plusX, minusX, plusY, minusY;  // counted at least once
+};
+
+const ArchCase kArchCases[] = {
+    // The sample at x = 5 counts on neither side; its neighbours at 4.8 and
+    // 5.2 lie farther apart than one step.
+    {"under the top", {5, 2}, true, true, false, false},
+    {"under the top, off the sample", {5.1f, 2}, true, true, true, false},
+    {"above the arch", {5.1f, 8}, false, false, false, true},
+    {"beside the arch", {12, 3}, false, true, false, false},
+};
+
 TEST(TestCurveSegment, SideCountsOnAnArch) {
   const vxhittest::PathSegment arch = MakeSegment(Quadratic, {{0, 0}, {5, 10}, {10, 0}});
-  vxhittest::SideCounts under;
-  EXPECT_FALSE(vxhittest::TestCurveSegment(5, 2, 1, Quadratic, arch, under));
-  EXPECT_GE(under.minusX, 1);
-  EXPECT_GE(under.plusX, 1);
-  // The sample at x = 5 counts on neither side; its neighbours at 4.8 and
-  // 5.2 lie farther apart than one step.
-  EXPECT_EQ(under.plusY, 0);
-  EXPECT_EQ(under.minusY, 0);
-
-  vxhittest::SideCounts offCentre;
-  EXPECT_FALSE(vxhittest::TestCurveSegment(5.1f, 2, 1, Quadratic, arch, offCentre));
-  EXPECT_GE(offCentre.minusX, 1);
-  EXPECT_GE(offCentre.plusX, 1);
-  EXPECT_GE(offCentre.plusY, 1);
-  EXPECT_EQ(offCentre.minusY, 0);
-
-  // Above the arch nothing lies above the point.
-  vxhittest::SideCounts above;
-  EXPECT_FALSE(vxhittest::TestCurveSegment(5.1f, 8, 1, Quadratic, arch, above));
-  EXPECT_EQ(above.plusY, 0);
-  EXPECT_GE(above.minusY, 1);
-  EXPECT_EQ(above.minusX, 0);
-  EXPECT_EQ(above.plusX, 0);
+  for (const ArchCase& c : kArchCases) {
+    vxhittest::SideCounts counts;
+    EXPECT_FALSE(vxhittest::TestCurveSegment(c.point.x, c.point.y, 1, Quadratic, arch, counts)) << c.what;
+    EXPECT_EQ(counts.plusX >= 1, c.plusX) << c.what << " " << ToCounts(counts);
+    EXPECT_EQ(counts.minusX >= 1, c.minusX) << c.what << " " << ToCounts(counts);
+    EXPECT_EQ(counts.plusY >= 1, c.plusY) << c.what << " " << ToCounts(counts);
+    EXPECT_EQ(counts.minusY >= 1, c.minusY) << c.what << " " << ToCounts(counts);
+  }
 }
 
 CCA_ArrayTemplate<CCA_GPoint> Samples(std::initializer_list<XY> points) {

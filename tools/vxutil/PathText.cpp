@@ -1,6 +1,8 @@
 #include "PathText.h"
 
 #include <cctype>
+#include <cfloat>
+#include <cmath>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -43,7 +45,7 @@ class PathTextReader {
     errno = 0;
     char* end = nullptr;
     const double number = std::strtod(m_text, &end);
-    if (end == m_text || errno != 0) return false;
+    if (end == m_text || errno != 0 || std::fabs(number) > FLT_MAX) return false;
     m_text = end;
     value = static_cast<float>(number);
     return true;

@@ -1,5 +1,7 @@
 // vxutil hittest: is a point on a path's outline, or inside its area?
 
+#include <cfloat>
+#include <cmath>
 #include <cstdio>
 #include <string>
 
@@ -14,7 +16,7 @@ const char kName[] = "hittest";
 
 bool ParseFloat(const std::string& text, float& value) {
   double number = 0;
-  if (!ParseFloatArg(text, number)) return false;
+  if (!ParseFloatArg(text, number) || std::fabs(number) > FLT_MAX) return false;
   value = static_cast<float>(number);
   return true;
 }
