@@ -53,6 +53,8 @@ const LineCase kLineCases[] = {
     {"vertical, beside in x at 1.4", {0, 0}, {0, 10}, {1.4f, 5}, 1, true, {0, 0, 0, 0}},
     {"vertical, beside in x at 1.5", {0, 0}, {0, 10}, {1.5f, 5}, 1, false, {0, 1, 0, 0}},
     {"vertical, on its line beyond the end", {0, 0}, {0, 10}, {0, 12}, 1, true, {0, 0, 0, 0}},
+    {"vertical, corner near the end", {0, 0}, {0, 10}, {0.5f, 10.5f}, 1, true, {0, 0, 0, 0}},
+    {"vertical, corner beyond the tolerance", {0, 0}, {0, 10}, {-0.5f, 11}, 1, false, {0, 0, 0, 0}},
     {"vertical, counts in x only", {0, 0}, {0, 10}, {-3, 5}, 1, false, {1, 0, 0, 0}},
     // zero length at (5,5)
     {"zero length, strictly beyond in both axes", {5, 5}, {5, 5}, {5.5f, 5.5f}, 1, true, {0, 0, 0, 0}},
