@@ -4,4 +4,5 @@
 #include <vxbase/vxbase.h>
 
 #include <vxutility/Encoding.h>
+#include <vxutility/HitTest.h>
 #include <vxutility/Version.h>

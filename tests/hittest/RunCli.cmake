@@ -1,0 +1,16 @@
+# Runs vxutil with ARGS (a ;-list) and checks its exit status and its
+# standard output: the line EXPECT_OUTPUT, or nothing when that is empty.
+execute_process(COMMAND ${VXUTIL} ${ARGS} RESULT_VARIABLE status OUTPUT_VARIABLE out ERROR_VARIABLE err)
+if(NOT status STREQUAL EXPECT_STATUS)
+  message(FATAL_ERROR "exit status ${status}, expected ${EXPECT_STATUS}\nstdout: ${out}\nstderr: ${err}")
+endif()
+set(expected "")
+if(NOT EXPECT_OUTPUT STREQUAL "")
+  set(expected "${EXPECT_OUTPUT}\n")
+endif()
+if(NOT out STREQUAL expected)
+  message(FATAL_ERROR "output '${out}', expected '${expected}'")
+endif()
+if(status EQUAL 2 AND NOT err MATCHES "^vxutil hittest: .*\nusage: vxutil hittest ")
+  message(FATAL_ERROR "usage error without its message: '${err}'")
+endif()
