@@ -4,4 +4,7 @@
 #include <vxbase/vxbase.h>
 
 #include <vxutility/Encoding.h>
+#include <vxutility/FileUtils.h>
+#include <vxutility/TempFile.h>
+#include <vxutility/VXFileInfo.h>
 #include <vxutility/Version.h>
