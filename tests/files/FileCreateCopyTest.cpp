@@ -94,6 +94,9 @@ TEST_F(FileCopyTest, NothingHappensWhenAFileCannotBeOpened) {
   EXPECT_FALSE(Exists(Path("no")));
   EXPECT_EQ(ReadFile(source), "data");
 
+  VXCopyFile(source.c_str(), source.c_str());  // the target is emptied before reading
+  EXPECT_EQ(ReadFile(source), "");
+
   VXCopyFile(nullptr, target.c_str());
   VXCopyFile(source.c_str(), nullptr);
   EXPECT_FALSE(Exists(target));

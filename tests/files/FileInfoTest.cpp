@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "files/ScratchDir.h"
 
@@ -29,6 +30,9 @@ TEST_F(FileInfoTest, StatusOfFilesDirectoriesAndMissingPaths) {
   WriteFile("sub/inner.txt", "x");
   chmod(MakeDir("rodir").c_str(), 0555);
   WriteFile("\xC3\xBC.txt", "x");  // non-ASCII name in UTF-8
+  mkfifo(Path("fifo").c_str(), 0600);
+  symlink(Path("rw.txt").c_str(), Path("link").c_str());
+  symlink(Path("missing").c_str(), Path("dangling").c_str());
 
   const StatusCase cases[] = {
       {"rw.txt", true, false, true, true, true, 51},
@@ -43,6 +47,9 @@ TEST_F(FileInfoTest, StatusOfFilesDirectoriesAndMissingPaths) {
       {"rw.txt/", true, false, true, true, true, 51},     // one trailing separator dropped
       {"rw.txt//", false, false, false, false, false, 0}, // only one: "rw.txt/" is no directory
       {"\xC3\xBC.txt", true, false, true, true, true, 51},
+      {"fifo", true, false, false, true, true, 49},        // neither file nor directory
+      {"link", true, false, true, true, true, 51},         // links are followed
+      {"dangling", false, false, false, false, false, 0},
       {"missing", false, false, false, false, false, 0},
       {"missing/", false, false, false, false, false, 0},
   };
