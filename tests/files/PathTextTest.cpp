@@ -58,12 +58,24 @@ TEST(PathJoin, ExactlyOneSeparatorBetweenParts) {
   for (const auto& c : cases) EXPECT_EQ(c.joined, c.expected);
 }
 
+/// A function that answers with a pointer into its path argument.
+struct PointerCase {
+  const char* path;
+  int length;
+  int offset;  // where the result points into `path`; -1: an empty text
+};
+
+void ExpectPointsAt(const char* result, const PointerCase& c) {
+  SCOPED_TRACE(c.path);
+  if (c.offset < 0) {
+    EXPECT_STREQ(result, "");
+  } else {
+    EXPECT_EQ(result, c.path + c.offset);
+  }
+}
+
 TEST(PathParts, FileExtPointsIntoThePath) {
-  const struct {
-    const char* path;
-    int length;
-    int offset;  // -1: no extension
-  } cases[] = {
+  const PointerCase cases[] = {
       {"archive.tar.gz", -1, 11},
       {"noext", -1, -1},
       {"name.txt", 4, -1},        // only "name" is looked at
@@ -76,15 +88,7 @@ TEST(PathParts, FileExtPointsIntoThePath) {
       {"", -1, -1},
       {"a.b\0.c", 6, 1},          // an explicit length stops at a NUL
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.path);
-    const char* ext = GetFileExt(c.path, c.length);
-    if (c.offset < 0) {
-      EXPECT_STREQ(ext, "");
-    } else {
-      EXPECT_EQ(ext, c.path + c.offset);
-    }
-  }
+  for (const PointerCase& c : cases) ExpectPointsAt(GetFileExt(c.path, c.length), c);
   EXPECT_STREQ(GetFileExt(nullptr, -1), "");
 }
 
@@ -118,11 +122,7 @@ TEST(PathParts, FileNameIsTheLastComponentWithoutExtension) {
 }
 
 TEST(PathParts, FileNameWithExtNeedsASeparator) {
-  const struct {
-    const char* path;
-    int length;
-    int offset;  // -1: empty text
-  } cases[] = {
+  const PointerCase cases[] = {
       {"C:\\dir\\report.pdf", -1, 7},
       {"/a/b.txt", -1, 3},
       {"report.pdf", -1, -1},
@@ -131,15 +131,7 @@ TEST(PathParts, FileNameWithExtNeedsASeparator) {
       {"a/b\\c.txt", 1, -1},
       {"", -1, -1},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.path);
-    const char* name = GetFileNameWithExt(c.path, c.length);
-    if (c.offset < 0) {
-      EXPECT_STREQ(name, "");
-    } else {
-      EXPECT_EQ(name, c.path + c.offset);
-    }
-  }
+  for (const PointerCase& c : cases) ExpectPointsAt(GetFileNameWithExt(c.path, c.length), c);
   EXPECT_STREQ(GetFileNameWithExt(nullptr, -1), "");
 }
 
