@@ -4,22 +4,13 @@
 #include <vxutility/FileUtils.h>
 
 #include <cstdarg>
-#include <cstring>
 
 #include "files/NativePath.h"
+#include "files/TextLength.h"
 
 namespace {
 
 const char kEmptyText[] = "";
-
-/// The bytes of `path` to look at: all of it for a negative `length`, else
-/// `length` bytes but never past a NUL.
-int ByteCount(const char* path, int length) {
-  if (path == nullptr) return 0;
-  if (length < 0) return static_cast<int>(std::strlen(path));
-  const void* nul = std::memchr(path, '\0', static_cast<std::size_t>(length));
-  return nul ? static_cast<int>(static_cast<const char*>(nul) - path) : length;
-}
 
 /// Index of the last separator before `end`, or -1.
 int LastSepIndex(const char* path, int end) {
@@ -66,18 +57,18 @@ std::string PathJoin(const char* first, const char* second, ...) {
 }
 
 const char* GetFileExt(const char* path, int length) {
-  const int dot = LastDotIndex(path, 0, ByteCount(path, length));
+  const int dot = LastDotIndex(path, 0, BoundedTextLength(path, length));
   return dot < 0 ? kEmptyText : path + dot;
 }
 
 CCA_String GetFileName(const char* path, int length) {
-  const int end = ByteCount(path, length);
+  const int end = BoundedTextLength(path, length);
   const int begin = LastSepIndex(path, end) + 1;
   const int dot = LastDotIndex(path, begin, end);
   return CCA_String(path + begin, (dot < 0 ? end : dot) - begin);
 }
 
 const char* GetFileNameWithExt(const char* path, int length) {
-  const int sep = LastSepIndex(path, ByteCount(path, length));
+  const int sep = LastSepIndex(path, BoundedTextLength(path, length));
   return sep < 0 ? kEmptyText : path + sep + 1;
 }

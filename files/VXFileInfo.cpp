@@ -10,6 +10,7 @@
 #include <vxutility/Encoding.h>
 
 #include "files/NativePath.h"
+#include "files/TextLength.h"
 
 struct VXFileStatus {
   unsigned short mode;
@@ -50,13 +51,13 @@ VXFileStatus* NewStatus(const std::wstring& path) {
 }  // namespace
 
 VXFileInfo::VXFileInfo(const char* path, int length) : m_pStatus(nullptr) {
-  CCA_String normalised(path, length);
+  CCA_String normalised(path, BoundedTextLength(path, length));
   NormaliseStatusPath(normalised);
   m_pStatus = NewStatus(Utf82Unicode(normalised, normalised.GetLength()));
 }
 
 VXFileInfo::VXFileInfo(const wchar_t* path, int length) : m_pStatus(nullptr) {
-  CCA_WString normalised(path, length);
+  CCA_WString normalised(path, BoundedTextLength(path, length));
   NormaliseStatusPath(normalised);
   m_pStatus = NewStatus(std::wstring(normalised.c_str()));
 }

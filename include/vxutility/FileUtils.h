@@ -1,6 +1,9 @@
 #pragma once
 /// Path text, program locations, copying and creating files.
 ///
+/// The path text functions look at the first `length` bytes of `path`; a
+/// negative `length` means the whole text and an explicit one stops at a NUL.
+///
 /// Both `/` and `\` are separators on input. The native separator is the
 /// platform's: `/` on Linux and macOS, `\` on Windows.
 

@@ -17,6 +17,7 @@ class VXUTILITY_EXPORT TempFile {
   TempFile(const char* dir);
   /// Copies every setting and the generated path.
   TempFile(const TempFile& other);
+  /// Takes every setting and the generated path of `other`.
   TempFile& operator=(const TempFile& other);
   /// Deletes the file at the generated path when auto-removal is on; a
   /// missing file is no error.

@@ -14,8 +14,9 @@ struct VXFileStatus;
 
 class VXUTILITY_EXPORT VXFileInfo {
  public:
-  /// Reads the status of a UTF-8 path; `length` in bytes, -1 up to the NUL.
-  /// A null, empty or missing path gives an object that reports nothing.
+  /// Reads the status of a UTF-8 path; `length` in bytes, -1 up to the NUL
+  /// (an explicit length stops at a NUL). A null, empty or missing path gives
+  /// an object that reports nothing.
   VXFileInfo(const char* path, int length);
   /// Reads the status of a wide path; `length` in characters, -1 up to the
   /// NUL. A null, empty or missing path gives an object that reports nothing.
@@ -24,6 +25,7 @@ class VXUTILITY_EXPORT VXFileInfo {
   VXFileInfo(const VXFileInfo& other);
   /// Replaces the status with a copy of `other`'s.
   VXFileInfo& operator=(const VXFileInfo& other);
+  /// Frees the status record.
   ~VXFileInfo();
 
   /// True when the path could be queried; false for a missing path.

@@ -93,6 +93,9 @@ TEST_F(FileInfoTest, ExplicitLengthLimitsThePath) {
   EXPECT_TRUE(VXFileInfo(root_.c_str(), static_cast<int>(root_.size()) - 1).IsDir());
   const std::wstring wide = Utf82Unicode(longer.c_str(), -1);
   EXPECT_TRUE(VXFileInfo(wide.c_str(), static_cast<int>(file.size())).IsFile());
+  // A length past the NUL stops at it (the sanitizers see any read beyond).
+  const std::vector<char> exact(file.c_str(), file.c_str() + file.size() + 1);
+  EXPECT_TRUE(VXFileInfo(exact.data(), static_cast<int>(exact.size()) + 64).IsFile());
 }
 
 TEST_F(FileInfoTest, CheckFilePathAnswersOnlyWhatIsAsked) {
