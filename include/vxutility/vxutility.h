@@ -4,5 +4,8 @@
 #include <vxbase/vxbase.h>
 
 #include <vxutility/Encoding.h>
+#include <vxutility/FileUtils.h>
 #include <vxutility/HitTest.h>
+#include <vxutility/TempFile.h>
+#include <vxutility/VXFileInfo.h>
 #include <vxutility/Version.h>
