@@ -5,3 +5,6 @@
 
 #include <vxutility/Encoding.h>
 #include <vxutility/Version.h>
+#include <vxutility/VXJson.h>
+#include <vxutility/VXJsonFactory.h>
+#include <vxutility/VXSharedPtr.h>
