@@ -7,4 +7,5 @@
 #include <vxutility/Version.h>
 #include <vxutility/VXJson.h>
 #include <vxutility/VXJsonFactory.h>
+#include <vxutility/VXJsonHelper.h>
 #include <vxutility/VXSharedPtr.h>
