@@ -96,22 +96,22 @@ class VXUTILITY_EXPORT VXJson {
   /// this is no array/object, the element or member is missing, or it is
   /// not accepted.
   virtual int GetIntAt(int index, int defaultValue) const = 0;
-  virtual int GetIntMember(const char* key, int defaultValue) const = 0;
-  virtual unsigned int GetUintAt(int index, unsigned int defaultValue) const = 0;
-  virtual unsigned int GetUintMember(const char* key, unsigned int defaultValue) const = 0;
-  virtual int64 GetInt64At(int index, int64 defaultValue) const = 0;
-  virtual int64 GetInt64Member(const char* key, int64 defaultValue) const = 0;
-  virtual uint64 GetUint64At(int index, uint64 defaultValue) const = 0;
-  virtual uint64 GetUint64Member(const char* key, uint64 defaultValue) const = 0;
+  virtual int GetIntMember(const char* key, int defaultValue) const = 0;  ///< defaultValue on failure
+  virtual unsigned int GetUintAt(int index, unsigned int defaultValue) const = 0;  ///< defaultValue on failure
+  virtual unsigned int GetUintMember(const char* key, unsigned int defaultValue) const = 0;  ///< defaultValue on failure
+  virtual int64 GetInt64At(int index, int64 defaultValue) const = 0;  ///< defaultValue on failure
+  virtual int64 GetInt64Member(const char* key, int64 defaultValue) const = 0;  ///< defaultValue on failure
+  virtual uint64 GetUint64At(int index, uint64 defaultValue) const = 0;  ///< defaultValue on failure
+  virtual uint64 GetUint64Member(const char* key, uint64 defaultValue) const = 0;  ///< defaultValue on failure
   /// The stored bytes, or `defaultValue` unchanged (it may be null).
   virtual const char* GetStringAt(int index, const char* defaultValue) const = 0;
-  virtual const char* GetStringMember(const char* key, const char* defaultValue) const = 0;
-  virtual bool GetBooleanAt(int index, bool defaultValue) const = 0;
-  virtual bool GetBooleanMember(const char* key, bool defaultValue) const = 0;
-  virtual float GetFloatAt(int index, float defaultValue) const = 0;
-  virtual float GetFloatMember(const char* key, float defaultValue) const = 0;
-  virtual double GetDoubleAt(int index, double defaultValue) const = 0;
-  virtual double GetDoubleMember(const char* key, double defaultValue) const = 0;
+  virtual const char* GetStringMember(const char* key, const char* defaultValue) const = 0;  ///< defaultValue on failure
+  virtual bool GetBooleanAt(int index, bool defaultValue) const = 0;  ///< defaultValue on failure
+  virtual bool GetBooleanMember(const char* key, bool defaultValue) const = 0;  ///< defaultValue on failure
+  virtual float GetFloatAt(int index, float defaultValue) const = 0;  ///< defaultValue on failure
+  virtual float GetFloatMember(const char* key, float defaultValue) const = 0;  ///< defaultValue on failure
+  virtual double GetDoubleAt(int index, double defaultValue) const = 0;  ///< defaultValue on failure
+  virtual double GetDoubleMember(const char* key, double defaultValue) const = 0;  ///< defaultValue on failure
 
   /// SetXAt replaces element `index`; false, nothing changed, when this is
   /// not an array or the index is out of range (it never appends).
@@ -119,21 +119,21 @@ class VXUTILITY_EXPORT VXJson {
   /// nothing when this is not an object or the key is null or empty.
   /// Strings are copied (null stores ""); floats are stored as doubles.
   virtual bool SetIntAt(int index, int value) = 0;
-  virtual void SetIntMember(const char* key, int value) = 0;
-  virtual bool SetUintAt(int index, unsigned int value) = 0;
-  virtual void SetUintMember(const char* key, unsigned int value) = 0;
-  virtual bool SetInt64At(int index, int64 value) = 0;
-  virtual void SetInt64Member(const char* key, int64 value) = 0;
-  virtual bool SetUint64At(int index, uint64 value) = 0;
-  virtual void SetUint64Member(const char* key, uint64 value) = 0;
-  virtual bool SetStringAt(int index, const char* value) = 0;
-  virtual void SetStringMember(const char* key, const char* value) = 0;
-  virtual bool SetBooleanAt(int index, bool value) = 0;
-  virtual void SetBooleanMember(const char* key, bool value) = 0;
-  virtual bool SetFloatAt(int index, float value) = 0;
-  virtual void SetFloatMember(const char* key, float value) = 0;
-  virtual bool SetDoubleAt(int index, double value) = 0;
-  virtual void SetDoubleMember(const char* key, double value) = 0;
+  virtual void SetIntMember(const char* key, int value) = 0;  ///< nothing on failure
+  virtual bool SetUintAt(int index, unsigned int value) = 0;  ///< false on failure
+  virtual void SetUintMember(const char* key, unsigned int value) = 0;  ///< nothing on failure
+  virtual bool SetInt64At(int index, int64 value) = 0;  ///< false on failure
+  virtual void SetInt64Member(const char* key, int64 value) = 0;  ///< nothing on failure
+  virtual bool SetUint64At(int index, uint64 value) = 0;  ///< false on failure
+  virtual void SetUint64Member(const char* key, uint64 value) = 0;  ///< nothing on failure
+  virtual bool SetStringAt(int index, const char* value) = 0;  ///< false on failure
+  virtual void SetStringMember(const char* key, const char* value) = 0;  ///< nothing on failure
+  virtual bool SetBooleanAt(int index, bool value) = 0;  ///< false on failure
+  virtual void SetBooleanMember(const char* key, bool value) = 0;  ///< nothing on failure
+  virtual bool SetFloatAt(int index, float value) = 0;  ///< false on failure
+  virtual void SetFloatMember(const char* key, float value) = 0;  ///< nothing on failure
+  virtual bool SetDoubleAt(int index, double value) = 0;  ///< false on failure
+  virtual void SetDoubleMember(const char* key, double value) = 0;  ///< nothing on failure
   /// Stores a deep copy of `value`; a null handle changes nothing (false).
   virtual bool SetValueAt(int index, VXSharedPtr<const VXJson> value) = 0;
   /// Stores a deep copy of `value`; a null handle changes nothing.
@@ -170,13 +170,13 @@ class VXUTILITY_EXPORT VXJson {
   /// InsertXAt inserts before `index` (appends when the index is negative or
   /// not below the size); false when this is not an array.
   virtual bool InsertIntAt(int index, int value) = 0;
-  virtual bool InsertUintAt(int index, unsigned int value) = 0;
-  virtual bool InsertInt64At(int index, int64 value) = 0;
-  virtual bool InsertUint64At(int index, uint64 value) = 0;
-  virtual bool InsertStringAt(int index, const char* value) = 0;
-  virtual bool InsertBooleanAt(int index, bool value) = 0;
-  virtual bool InsertFloatAt(int index, float value) = 0;
-  virtual bool InsertDoubleAt(int index, double value) = 0;
+  virtual bool InsertUintAt(int index, unsigned int value) = 0;  ///< false when not an array
+  virtual bool InsertInt64At(int index, int64 value) = 0;  ///< false when not an array
+  virtual bool InsertUint64At(int index, uint64 value) = 0;  ///< false when not an array
+  virtual bool InsertStringAt(int index, const char* value) = 0;  ///< false when not an array
+  virtual bool InsertBooleanAt(int index, bool value) = 0;  ///< false when not an array
+  virtual bool InsertFloatAt(int index, float value) = 0;  ///< false when not an array
+  virtual bool InsertDoubleAt(int index, double value) = 0;  ///< false when not an array
   /// Inserts a deep copy of `value`; false, nothing changed, for a null
   /// handle.
   virtual bool InsertValueAt(int index, VXSharedPtr<const VXJson> value) = 0;

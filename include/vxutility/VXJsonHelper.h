@@ -55,21 +55,21 @@ class VXUTILITY_EXPORT VXJsonHelper {
   /// dropped only when `out` cannot grow. False, `out` untouched, for a null
   /// handle or a value that is not an array.
   static bool ToStringArray(VXSharedPtr<const VXJson> value, CCA_ObjArrayTemplate<CCA_String>& out);
-  static bool ToStringArray(VXSharedPtr<const VXJson> value, CCA_ObjArrayTemplate<CCA_WString>& out);
+  static bool ToStringArray(VXSharedPtr<const VXJson> value, CCA_ObjArrayTemplate<CCA_WString>& out);  ///< false, output untouched, on failure
   /// Low 8 bits of each element read as a 32-bit unsigned integer.
   static bool ToByteArray(VXSharedPtr<const VXJson> value, CCA_ArrayTemplate<unsigned char>& out);
   /// Low 16 bits of each element read as a 32-bit unsigned integer.
   static bool ToWordArray(VXSharedPtr<const VXJson> value, CCA_ArrayTemplate<unsigned short>& out);
-  static bool ToDWordArray(VXSharedPtr<const VXJson> value, CCA_ArrayTemplate<unsigned int>& out);
-  static bool ToFloatArray(VXSharedPtr<const VXJson> value, CCA_ArrayTemplate<float>& out);
+  static bool ToDWordArray(VXSharedPtr<const VXJson> value, CCA_ArrayTemplate<unsigned int>& out);  ///< false, output untouched, on failure
+  static bool ToFloatArray(VXSharedPtr<const VXJson> value, CCA_ArrayTemplate<float>& out);  ///< false, output untouched, on failure
 
   /// Builders of JSON arrays, one element per input element; never null.
   static VXSharedPtr<VXJson> FromByteArray(const CCA_ArrayTemplate<unsigned char>& in);
-  static VXSharedPtr<VXJson> FromWordArray(const CCA_ArrayTemplate<unsigned short>& in);
-  static VXSharedPtr<VXJson> FromDWordArray(const CCA_ArrayTemplate<unsigned int>& in);
-  static VXSharedPtr<VXJson> FromIntArray(const CCA_ArrayTemplate<int>& in);
-  static VXSharedPtr<VXJson> FromFloatArray(const CCA_ArrayTemplate<float>& in);
-  static VXSharedPtr<VXJson> FromStringArray(const CCA_ObjArrayTemplate<CCA_String>& in);
+  static VXSharedPtr<VXJson> FromWordArray(const CCA_ArrayTemplate<unsigned short>& in);  ///< never null
+  static VXSharedPtr<VXJson> FromDWordArray(const CCA_ArrayTemplate<unsigned int>& in);  ///< never null
+  static VXSharedPtr<VXJson> FromIntArray(const CCA_ArrayTemplate<int>& in);  ///< never null
+  static VXSharedPtr<VXJson> FromFloatArray(const CCA_ArrayTemplate<float>& in);  ///< never null
+  static VXSharedPtr<VXJson> FromStringArray(const CCA_ObjArrayTemplate<CCA_String>& in);  ///< never null
   /// Each text as UTF-8.
   static VXSharedPtr<VXJson> FromStringArray(const CCA_ObjArrayTemplate<CCA_WString>& in);
 
@@ -83,13 +83,13 @@ class VXUTILITY_EXPORT VXJsonHelper {
   static VXSharedPtr<VXJson> FromGray(const unsigned int& color);
   /// By space: 1 gray, 2 RGB, 3 CMYK/ARGB; a null handle for any other space.
   static VXSharedPtr<VXJson> FromColor(const CA_ColorSpace& space, const unsigned int& color);
-  static VXSharedPtr<VXJson> FromMatrix(const CCA_Matrix& m);
-  static VXSharedPtr<VXJson> FromPoint(const CCA_Point& p);
-  static VXSharedPtr<VXJson> FromSize(const CCA_Size& s);
-  static VXSharedPtr<VXJson> FromPointF(const CCA_GPoint& p);
-  static VXSharedPtr<VXJson> FromSizeF(const CCA_GSize& s);
-  static VXSharedPtr<VXJson> FromRect(const CCA_Rect& r);
-  static VXSharedPtr<VXJson> FromRectF(const CCA_GRect& r);
+  static VXSharedPtr<VXJson> FromMatrix(const CCA_Matrix& m);  ///< never null
+  static VXSharedPtr<VXJson> FromPoint(const CCA_Point& p);  ///< never null
+  static VXSharedPtr<VXJson> FromSize(const CCA_Size& s);  ///< never null
+  static VXSharedPtr<VXJson> FromPointF(const CCA_GPoint& p);  ///< never null
+  static VXSharedPtr<VXJson> FromSizeF(const CCA_GSize& s);  ///< never null
+  static VXSharedPtr<VXJson> FromRect(const CCA_Rect& r);  ///< never null
+  static VXSharedPtr<VXJson> FromRectF(const CCA_GRect& r);  ///< never null
   /// [[x0, y0], [x1, y1], ...]; the point flags are not written.
   static VXSharedPtr<VXJson> FromPath(const CCA_Path& path);
 
@@ -97,8 +97,8 @@ class VXUTILITY_EXPORT VXJsonHelper {
   /// masking (a missing component reads -1 and sets every bit above it).
   /// False, `color` untouched, for a null handle or a non-array.
   static bool ToARGB(VXSharedPtr<const VXJson> value, unsigned int& color);
-  static bool ToCMYK(VXSharedPtr<const VXJson> value, unsigned int& color);
-  static bool ToRGB(VXSharedPtr<const VXJson> value, unsigned int& color);
+  static bool ToCMYK(VXSharedPtr<const VXJson> value, unsigned int& color);  ///< false, output untouched, on failure
+  static bool ToRGB(VXSharedPtr<const VXJson> value, unsigned int& color);  ///< false, output untouched, on failure
   /// The level copied into bits 0-7, 8-15 and 16-23.
   static bool ToGray(VXSharedPtr<const VXJson> value, unsigned int& color);
   /// By space as FromColor; false, `color` untouched, for another space too.
@@ -107,10 +107,10 @@ class VXUTILITY_EXPORT VXJsonHelper {
   /// order (missing ones read -1 or 0.0f, extra ones are ignored). False,
   /// output untouched, for a null handle or a non-array.
   static bool ToMatrix(VXSharedPtr<const VXJson> value, CCA_Matrix& m);
-  static bool ToPoint(VXSharedPtr<const VXJson> value, CCA_Point& p);
-  static bool ToSize(VXSharedPtr<const VXJson> value, CCA_Size& s);
-  static bool ToPointF(VXSharedPtr<const VXJson> value, CCA_GPoint& p);
-  static bool ToSizeF(VXSharedPtr<const VXJson> value, CCA_GSize& s);
-  static bool ToRect(VXSharedPtr<const VXJson> value, CCA_Rect& r);
-  static bool ToRectF(VXSharedPtr<const VXJson> value, CCA_GRect& r);
+  static bool ToPoint(VXSharedPtr<const VXJson> value, CCA_Point& p);  ///< false, output untouched, on failure
+  static bool ToSize(VXSharedPtr<const VXJson> value, CCA_Size& s);  ///< false, output untouched, on failure
+  static bool ToPointF(VXSharedPtr<const VXJson> value, CCA_GPoint& p);  ///< false, output untouched, on failure
+  static bool ToSizeF(VXSharedPtr<const VXJson> value, CCA_GSize& s);  ///< false, output untouched, on failure
+  static bool ToRect(VXSharedPtr<const VXJson> value, CCA_Rect& r);  ///< false, output untouched, on failure
+  static bool ToRectF(VXSharedPtr<const VXJson> value, CCA_GRect& r);  ///< false, output untouched, on failure
 };
