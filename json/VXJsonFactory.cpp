@@ -47,7 +47,7 @@ VXJsonFactory& VXJsonFactory::operator=(const VXJsonFactory&) { return *this; }
 VXJsonFactory& VXJsonFactory::operator=(VXJsonFactory&&) { return *this; }
 
 VXSharedPtr<VXJson> VXJsonFactory::ParseJsonString(const char* text, unsigned int length, const ParseConfig*) {
-  if (text == nullptr || text[0] == '\0' || length == 0) {
+  if (text == nullptr || length == 0 || text[0] == '\0') {  // length first: no byte may be read
     JsonDocument* document = new JsonDocument(rapidjson::kObjectType);
     return RootHandle(document);
   }

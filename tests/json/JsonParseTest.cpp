@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "json/JsonTestUtil.h"
 
@@ -16,6 +17,9 @@ TEST(JsonParse, EmptyInputGivesAnEmptyObject) {
       VXJsonFactory::ParseJsonString("{}", 0, nullptr),
       VXJsonFactory::ParseJsonString("[1]", 0, nullptr),
   };
+  const std::vector<char> oneByte(1, '[');  // reading past it would overflow
+  const VXSharedPtr<VXJson> fromNoBytes = VXJsonFactory::ParseJsonString(oneByte.data() + 1, 0, nullptr);
+  EXPECT_EQ(Text(fromNoBytes), "{}");
   for (const VXSharedPtr<VXJson>& result : results) {
     ASSERT_TRUE(result);
     EXPECT_EQ(result->GetType(), VXJsonType_Object);
