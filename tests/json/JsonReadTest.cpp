@@ -105,19 +105,6 @@ TEST(JsonRead, WrittenIntegersClassifyByValueNotByWrite) {
   }
 }
 
-TEST(JsonRead, NarrowWritesOfSmallValuesReadAsEveryIntegerKind) {
-  VXSharedPtr<VXJson> object = Parse("{}");
-  object->SetInt64Member("n", 5);
-  object->SetIntMember("m", -1);
-  EXPECT_EQ(object->GetMember("n")->GetType(), VXJsonType_Uint);
-  EXPECT_EQ(object->GetMember("m")->GetType(), VXJsonType_Int);
-  EXPECT_EQ(object->GetUintMember("m", 0), 4294967295u);
-  EXPECT_EQ(object->GetUint64Member("m", 0), kU64Max);
-  EXPECT_EQ(object->GetIntMember("n", 0), 5);
-  EXPECT_EQ(object->GetFloatMember("n", 0), 5.0f);
-  EXPECT_EQ(object->GetDoubleMember("n", 0), 5.0);
-}
-
 struct OtherRow {
   const char* element;
   VXJsonType type;
