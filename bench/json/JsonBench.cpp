@@ -3,6 +3,7 @@
 // memory a parsed tree holds. Ends with one ratio line per comparison.
 
 #include <malloc.h>
+#include <time.h>
 
 #include <cstdio>
 #include <map>
@@ -36,7 +37,7 @@ std::string FeedDocument() {
   return text + "]";
 }
 
-std::string Key(int k) { return "field_" + std::to_string(k); }
+std::string Key(int k);
 
 /// Records with many keys each, nested two levels.
 std::string KeyedDocument() {
@@ -80,103 +81,125 @@ VXSharedPtr<VXJson> OurParse(const std::string& text) {
   return VXJsonFactory::ParseJsonString(text.data(), static_cast<unsigned>(text.size()), nullptr);
 }
 
-void BM_Parse_Raw(benchmark::State& state) {
-  const std::string& text = Document(static_cast<int>(state.range(0)));
-  for (auto _ : state) {
-    rapidjson::Document document;
-    RawParse(document, text);
-    benchmark::DoNotOptimize(document.IsArray());
-  }
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+double ThreadSeconds() {
+  timespec now;
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-void BM_Parse_Ours(benchmark::State& state) {
-  const std::string& text = Document(static_cast<int>(state.range(0)));
-  for (auto _ : state) {
-    VXSharedPtr<VXJson> root = OurParse(text);
-    benchmark::DoNotOptimize(root.get());
-  }
-  state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+template <typename Action>
+double TimeOf(Action& action) {
+  const double start = ThreadSeconds();
+  action();
+  return ThreadSeconds() - start;
 }
 
-void BM_Build_Raw(benchmark::State& state) {
+/// Runs `raw` and `ours` alternately, each timed on this thread's CPU clock
+/// and each going first every other time, so that other load on the shared
+/// machine and warm caches weigh on both alike. Reports both speeds and the
+/// ratio of our time to the raw time.
+template <typename Raw, typename Ours>
+void RunPaired(benchmark::State& state, Raw raw, Ours ours, double bytesPerRun) {
+  double rawSeconds = 0;
+  double ourSeconds = 0;
+  bool rawFirst = true;
+  for (auto _ : state) {
+    if (rawFirst) {
+      rawSeconds += TimeOf(raw);
+      ourSeconds += TimeOf(ours);
+    } else {
+      ourSeconds += TimeOf(ours);
+      rawSeconds += TimeOf(raw);
+    }
+    rawFirst = !rawFirst;
+  }
+  const double runs = static_cast<double>(state.iterations());
+  if (bytesPerRun > 0) {
+    state.counters["raw_MB/s"] = bytesPerRun * runs / rawSeconds / 1e6;
+    state.counters["ours_MB/s"] = bytesPerRun * runs / ourSeconds / 1e6;
+  } else {
+    state.counters["raw_us"] = rawSeconds / runs * 1e6;
+    state.counters["ours_us"] = ourSeconds / runs * 1e6;
+  }
+  state.counters["time_ratio"] = ourSeconds / rawSeconds;
+}
+
+void BM_Parse(benchmark::State& state) {
+  const std::string& text = Document(static_cast<int>(state.range(0)));
+  RunPaired(
+      state,
+      [&] {
+        rapidjson::Document document;
+        RawParse(document, text);
+        benchmark::DoNotOptimize(document.IsArray());
+      },
+      [&] {
+        VXSharedPtr<VXJson> root = OurParse(text);
+        benchmark::DoNotOptimize(root.get());
+      },
+      static_cast<double>(text.size()));
+}
+
+void BM_Build(benchmark::State& state) {
+  const std::string& text = Document(static_cast<int>(state.range(0)));
   rapidjson::Document document;
-  RawParse(document, Document(static_cast<int>(state.range(0))));
-  std::size_t bytes = 0;
-  for (auto _ : state) {
-    rapidjson::StringBuffer buffer(nullptr, 256);
-    rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-    document.Accept(writer);
-    std::string copy(buffer.GetString(), buffer.GetSize());  // ours hands out a copy too
-    bytes += copy.size();
-  }
-  state.SetBytesProcessed(static_cast<int64_t>(bytes));
+  RawParse(document, text);
+  VXSharedPtr<VXJson> root = OurParse(text);
+  RunPaired(
+      state,
+      [&] {
+        rapidjson::StringBuffer buffer(nullptr, 256);
+        rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+        document.Accept(writer);
+        std::string copy(buffer.GetString(), buffer.GetSize());  // ours hands out a copy too
+        benchmark::DoNotOptimize(copy.data());
+      },
+      [&] {
+        CCA_String written = VXJsonFactory::BuildJsonString(root, nullptr);
+        benchmark::DoNotOptimize(written.c_str());
+      },
+      static_cast<double>(text.size()));
 }
 
-void BM_Build_Ours(benchmark::State& state) {
-  VXSharedPtr<VXJson> root = OurParse(Document(static_cast<int>(state.range(0))));
-  std::size_t bytes = 0;
-  for (auto _ : state) {
-    CCA_String text = VXJsonFactory::BuildJsonString(root, nullptr);
-    bytes += static_cast<std::size_t>(text.GetLength());
-  }
-  state.SetBytesProcessed(static_cast<int64_t>(bytes));
-}
+std::string Key(int k) { return "field_" + std::to_string(k); }
 
-// Keyed reads: one record of the keyed shape, every key in turn.
-void BM_KeyedRead_Raw(benchmark::State& state) {
+// Keyed reads of one record of the keyed shape, every key in turn: a raw
+// FindMember plus read against our handles (argument 0: GetMember then
+// GetInt, 1: GetIntMember).
+void BM_KeyedRead(benchmark::State& state) {
   rapidjson::Document document;
   RawParse(document, Document(1));
-  const rapidjson::Value& record = document["records"][7];
+  const rapidjson::Value& rawRecord = document["records"][7];
+  VXSharedPtr<VXJson> root = OurParse(Document(1));
+  VXSharedPtr<const VXJson> record = root->GetMember("records")->GetAt(7);
   std::string keys[32];
   for (int k = 0; k < 32; ++k) keys[k] = Key(k);
-  for (auto _ : state) {
-    long sum = 0;
-    for (const std::string& key : keys) {
-      auto it = record.FindMember(key.c_str());
-      if (it != record.MemberEnd() && it->value.IsInt()) sum += it->value.GetInt();
-    }
-    benchmark::DoNotOptimize(sum);
-  }
+  const bool throughChild = state.range(0) == 0;
+  RunPaired(
+      state,
+      [&] {
+        long sum = 0;
+        for (const std::string& key : keys) {
+          auto it = rawRecord.FindMember(key.c_str());
+          if (it != rawRecord.MemberEnd() && it->value.IsInt()) sum += it->value.GetInt();
+        }
+        benchmark::DoNotOptimize(sum);
+      },
+      [&] {
+        long sum = 0;
+        for (const std::string& key : keys) {
+          sum += throughChild ? record->GetMember(key.c_str())->GetInt() : record->GetIntMember(key.c_str(), 0);
+        }
+        benchmark::DoNotOptimize(sum);
+      },
+      0);
 }
 
-/// One record of the keyed shape, held through our handles, and its keys.
-struct OurRecord {
-  OurRecord() : root(OurParse(Document(1))), record(root->GetMember("records")->GetAt(7)) {
-    for (int k = 0; k < 32; ++k) keys[k] = Key(k);
-  }
-  VXSharedPtr<VXJson> root;
-  VXSharedPtr<const VXJson> record;
-  std::string keys[32];
-};
+BENCHMARK(BM_Parse)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Build)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_KeyedRead)->DenseRange(0, 1);
 
-void BM_KeyedRead_Ours(benchmark::State& state) {
-  const OurRecord fixture;
-  for (auto _ : state) {
-    long sum = 0;
-    for (const std::string& key : fixture.keys) sum += fixture.record->GetMember(key.c_str())->GetInt();
-    benchmark::DoNotOptimize(sum);
-  }
-}
-
-void BM_KeyedReadDefault_Ours(benchmark::State& state) {
-  const OurRecord fixture;
-  for (auto _ : state) {
-    long sum = 0;
-    for (const std::string& key : fixture.keys) sum += fixture.record->GetIntMember(key.c_str(), 0);
-    benchmark::DoNotOptimize(sum);
-  }
-}
-
-BENCHMARK(BM_Parse_Raw)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Parse_Ours)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Build_Raw)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Build_Ours)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_KeyedRead_Raw);
-BENCHMARK(BM_KeyedRead_Ours);
-BENCHMARK(BM_KeyedReadDefault_Ours);
-
-/// Keeps each run's time per iteration, by name, to print the ratios.
+/// Keeps each run's time ratio, by name, to print them at the end.
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
   void ReportRuns(const std::vector<Run>& runs) override {
@@ -188,17 +211,18 @@ class RatioReporter : public benchmark::ConsoleReporter {
         if (name.size() <= mean.size() || name.compare(name.size() - mean.size(), mean.size(), mean) != 0) continue;
         name.erase(name.size() - mean.size());
       }
-      m_times[name] = run.GetAdjustedCPUTime();  // CPU time: the machine is shared
+      auto ratio = run.counters.find("time_ratio");
+      if (ratio != run.counters.end()) m_ratios[name] = ratio->second.value;
     }
     ConsoleReporter::ReportRuns(runs);
   }
-  double Time(const std::string& name) const {
-    auto it = m_times.find(name);
-    return it == m_times.end() ? 0.0 : it->second;
+  double Ratio(const std::string& name) const {
+    auto it = m_ratios.find(name);
+    return it == m_ratios.end() ? 0.0 : it->second;
   }
 
  private:
-  std::map<std::string, double> m_times;
+  std::map<std::string, double> m_ratios;
 };
 
 std::size_t HeapInUse() { return mallinfo2().uordblks; }
@@ -228,15 +252,13 @@ int main(int argc, char** argv) {
     const std::string arg = "/" + std::to_string(shape);
     // Throughput ratios: ours over raw (at least 0.90).
     std::printf("parse/%s: ours %.3fx raw throughput (limit 0.90)\n", kShapeNames[shape],
-                reporter.Time("BM_Parse_Raw" + arg) / reporter.Time("BM_Parse_Ours" + arg));
+                1.0 / reporter.Ratio("BM_Parse" + arg));
     std::printf("build/%s: ours %.3fx raw throughput (limit 0.90)\n", kShapeNames[shape],
-                reporter.Time("BM_Build_Raw" + arg) / reporter.Time("BM_Build_Ours" + arg));
+                1.0 / reporter.Ratio("BM_Build" + arg));
   }
   // Time ratios: ours over raw (at most 3).
-  std::printf("keyed read GetMember+GetInt: %.2fx raw time (limit 3)\n",
-              reporter.Time("BM_KeyedRead_Ours") / reporter.Time("BM_KeyedRead_Raw"));
-  std::printf("keyed read GetIntMember: %.2fx raw time (limit 3)\n",
-              reporter.Time("BM_KeyedReadDefault_Ours") / reporter.Time("BM_KeyedRead_Raw"));
+  std::printf("keyed read GetMember+GetInt: %.2fx raw time (limit 3)\n", reporter.Ratio("BM_KeyedRead/0"));
+  std::printf("keyed read GetIntMember: %.2fx raw time (limit 3)\n", reporter.Ratio("BM_KeyedRead/1"));
   for (int shape = 0; shape < 3; ++shape) PrintMemoryRatio(shape);
   benchmark::Shutdown();
   return 0;
