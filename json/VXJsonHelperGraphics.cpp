@@ -3,6 +3,7 @@
 #include <vxutility/VXJsonHelper.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <type_traits>
 
 #include "json/JsonArrayBuilder.h"
@@ -40,24 +41,30 @@ int SpaceNumber(const CA_ColorSpace& space) {
 
 bool IsArray(const VXSharedPtr<const VXJson>& value) { return value && value->GetType() == VXJsonType_Array; }
 
+/// Component k read leniently as a field of type `Field`.
+template <typename Field>
+Field Component(const VXSharedPtr<const VXJson>& value, int k);
+template <>
+int Component<int>(const VXSharedPtr<const VXJson>& value, int k) {
+  return VXJsonHelper::ToInt(value->GetAt(k));
+}
+template <>
+float Component<float>(const VXSharedPtr<const VXJson>& value, int k) {
+  return VXJsonHelper::ToFloat(value->GetAt(k));
+}
+
 /// Component k read leniently as an int, reinterpreted as 32 unsigned bits.
 unsigned int IntBits(const VXSharedPtr<const VXJson>& value, int k) {
-  return static_cast<unsigned int>(VXJsonHelper::ToInt(value->GetAt(k)));
+  return static_cast<unsigned int>(Component<int>(value, k));
 }
 
-float FloatAt(const VXSharedPtr<const VXJson>& value, int k) { return VXJsonHelper::ToFloat(value->GetAt(k)); }
-
-/// Reads `count` int components into consecutive int fields.
-bool ReadInts(const VXSharedPtr<const VXJson>& value, int* fields, int count) {
+/// Stores components 0, 1, ... into `fields` of `record`, in order; false,
+/// `record` untouched, for a null handle or a non-array.
+template <typename Record, typename Field>
+bool ReadFields(const VXSharedPtr<const VXJson>& value, Record& record, std::initializer_list<Field Record::*> fields) {
   if (!IsArray(value)) return false;
-  for (int k = 0; k < count; ++k) fields[k] = VXJsonHelper::ToInt(value->GetAt(k));
-  return true;
-}
-
-/// Reads `count` float components into consecutive float fields.
-bool ReadFloats(const VXSharedPtr<const VXJson>& value, float* fields, int count) {
-  if (!IsArray(value)) return false;
-  for (int k = 0; k < count; ++k) fields[k] = FloatAt(value, k);
+  int k = 0;
+  for (Field Record::*field : fields) record.*field = Component<Field>(value, k++);
   return true;
 }
 
@@ -147,54 +154,30 @@ VXSharedPtr<VXJson> VXJsonHelper::FromPath(const CCA_Path& path) {
 }
 
 bool VXJsonHelper::ToMatrix(VXSharedPtr<const VXJson> value, CCA_Matrix& m) {
-  float fields[6];
-  if (!ReadFloats(value, fields, 6)) return false;
-  m = CCA_Matrix(fields[0], fields[1], fields[2], fields[3], fields[4], fields[5]);
-  return true;
+  return ReadFields(value, m, {&CCA_Matrix::a, &CCA_Matrix::b, &CCA_Matrix::c, &CCA_Matrix::d, &CCA_Matrix::e,
+                               &CCA_Matrix::f});
 }
 
 bool VXJsonHelper::ToPoint(VXSharedPtr<const VXJson> value, CCA_Point& p) {
-  int fields[2];
-  if (!ReadInts(value, fields, 2)) return false;
-  p.x = fields[0];
-  p.y = fields[1];
-  return true;
+  return ReadFields(value, p, {&CCA_Point::x, &CCA_Point::y});
 }
 
 bool VXJsonHelper::ToSize(VXSharedPtr<const VXJson> value, CCA_Size& s) {
-  int fields[2];
-  if (!ReadInts(value, fields, 2)) return false;
-  s.width = fields[0];
-  s.height = fields[1];
-  return true;
+  return ReadFields(value, s, {&CCA_Size::width, &CCA_Size::height});
 }
 
 bool VXJsonHelper::ToPointF(VXSharedPtr<const VXJson> value, CCA_GPoint& p) {
-  float fields[2];
-  if (!ReadFloats(value, fields, 2)) return false;
-  p.x = fields[0];
-  p.y = fields[1];
-  return true;
+  return ReadFields(value, p, {&CCA_GPoint::x, &CCA_GPoint::y});
 }
 
 bool VXJsonHelper::ToSizeF(VXSharedPtr<const VXJson> value, CCA_GSize& s) {
-  float fields[2];
-  if (!ReadFloats(value, fields, 2)) return false;
-  s.width = fields[0];
-  s.height = fields[1];
-  return true;
+  return ReadFields(value, s, {&CCA_GSize::width, &CCA_GSize::height});
 }
 
 bool VXJsonHelper::ToRect(VXSharedPtr<const VXJson> value, CCA_Rect& r) {
-  int fields[4];
-  if (!ReadInts(value, fields, 4)) return false;
-  r = CCA_Rect{fields[0], fields[1], fields[2], fields[3]};
-  return true;
+  return ReadFields(value, r, {&CCA_Rect::left, &CCA_Rect::top, &CCA_Rect::right, &CCA_Rect::bottom});
 }
 
 bool VXJsonHelper::ToRectF(VXSharedPtr<const VXJson> value, CCA_GRect& r) {
-  float fields[4];
-  if (!ReadFloats(value, fields, 4)) return false;
-  r = CCA_GRect{fields[0], fields[1], fields[2], fields[3]};
-  return true;
+  return ReadFields(value, r, {&CCA_GRect::left, &CCA_GRect::top, &CCA_GRect::right, &CCA_GRect::bottom});
 }
