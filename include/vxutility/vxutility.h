@@ -9,3 +9,7 @@
 #include <vxutility/TempFile.h>
 #include <vxutility/VXFileInfo.h>
 #include <vxutility/Version.h>
+#include <vxutility/VXJson.h>
+#include <vxutility/VXJsonFactory.h>
+#include <vxutility/VXJsonHelper.h>
+#include <vxutility/VXSharedPtr.h>

@@ -1,0 +1,133 @@
+#pragma once
+// The scalar kinds of a JSON value: which stored values each kind accepts,
+// how an accepted value reads, and how a value of the kind is stored.
+
+#include <cstring>
+
+#include <vxbase/Types.h>
+
+#include "json/JsonStorage.h"
+
+namespace json_kinds {
+
+/// Largest magnitude a floating-point number may have to read as a float.
+constexpr double kFloatReadLimit = 3.4028234e38;
+
+struct IntKind {
+  using Type = int;
+  static bool Read(const JsonValue& v, int& out) {
+    if (!v.IsInt()) return false;
+    out = v.GetInt();
+    return true;
+  }
+  static JsonValue Make(int value, JsonPool&) { return JsonValue(value); }
+};
+
+struct UintKind {
+  using Type = unsigned int;
+  static bool Read(const JsonValue& v, unsigned int& out) {
+    if (v.IsUint()) {
+      out = v.GetUint();
+    } else if (v.IsInt()) {
+      out = static_cast<unsigned int>(v.GetInt());
+    } else {
+      return false;
+    }
+    return true;
+  }
+  static JsonValue Make(unsigned int value, JsonPool&) { return JsonValue(value); }
+};
+
+struct Int64Kind {
+  using Type = int64;
+  static bool Read(const JsonValue& v, int64& out) {
+    if (!v.IsInt64()) return false;
+    out = v.GetInt64();
+    return true;
+  }
+  static JsonValue Make(int64 value, JsonPool&) { return JsonValue(static_cast<int64_t>(value)); }
+};
+
+struct Uint64Kind {
+  using Type = uint64;
+  static bool Read(const JsonValue& v, uint64& out) {
+    if (v.IsUint64()) {
+      out = v.GetUint64();
+    } else if (v.IsInt64()) {
+      out = static_cast<uint64>(v.GetInt64());
+    } else {
+      return false;
+    }
+    return true;
+  }
+  static JsonValue Make(uint64 value, JsonPool&) { return JsonValue(static_cast<uint64_t>(value)); }
+};
+
+struct StringKind {
+  using Type = const char*;
+  static bool Read(const JsonValue& v, const char*& out) {
+    if (!v.IsString()) return false;
+    out = v.GetString();
+    return true;
+  }
+  /// Copies `value` up to its NUL into the pool; null stores "".
+  static JsonValue Make(const char* value, JsonPool& pool) {
+    if (value == nullptr) value = "";
+    return JsonValue(value, static_cast<rapidjson::SizeType>(std::strlen(value)), pool);
+  }
+};
+
+struct BooleanKind {
+  using Type = bool;
+  static bool Read(const JsonValue& v, bool& out) {
+    if (!v.IsBool()) return false;
+    out = v.GetBool();
+    return true;
+  }
+  static JsonValue Make(bool value, JsonPool&) { return JsonValue(value); }
+};
+
+struct FloatKind {
+  using Type = float;
+  static bool Read(const JsonValue& v, float& out) {
+    if (v.IsDouble()) {
+      const double d = v.GetDouble();
+      // NaN fails both comparisons, so it is never narrowed.
+      if (!(d >= -kFloatReadLimit && d <= kFloatReadLimit)) return false;
+      out = static_cast<float>(d);
+    } else if (v.IsInt()) {
+      out = static_cast<float>(v.GetInt());
+    } else {
+      return false;
+    }
+    return true;
+  }
+  static JsonValue Make(float value, JsonPool&) { return JsonValue(static_cast<double>(value)); }
+};
+
+struct DoubleKind {
+  using Type = double;
+  static bool Read(const JsonValue& v, double& out) {
+    if (v.IsDouble()) {
+      out = v.GetDouble();
+    } else if (v.IsInt()) {
+      out = static_cast<double>(v.GetInt());
+    } else {
+      return false;
+    }
+    return true;
+  }
+  static JsonValue Make(double value, JsonPool&) { return JsonValue(value); }
+};
+
+/// The value a failed GetX returns: zero of the kind ("" for strings).
+template <typename Kind>
+typename Kind::Type Missing() {
+  return typename Kind::Type();
+}
+template <>
+inline const char* Missing<StringKind>() {
+  return "";
+}
+
+}  // namespace json_kinds

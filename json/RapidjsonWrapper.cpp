@@ -1,0 +1,194 @@
+// Construction, reads, child handles, enumeration and copies of a
+// RapidJSON-backed value. Writes are in RapidjsonWrapperWrites.cpp, the text
+// form in JsonTextWriter.cpp.
+
+#include "json/RapidjsonWrapper.h"
+
+#include <cstring>
+
+#include "json/JsonScalarKinds.h"
+
+using namespace json_kinds;
+
+RapidjsonWrapper::RapidjsonWrapper(JsonDocument* document)
+    : m_ownsValue(true),
+      m_ownsAllocator(false),
+      m_document(document),
+      m_value(document),
+      m_allocator(&document->GetAllocator()),
+      m_memberCursor(kCursorAtEnd) {}
+
+RapidjsonWrapper::RapidjsonWrapper(JsonValue* value, bool ownsValue, JsonPool* allocator, bool ownsAllocator)
+    : m_ownsValue(ownsValue),
+      m_ownsAllocator(ownsAllocator),
+      m_document(nullptr),
+      m_value(value),
+      m_allocator(allocator),
+      m_memberCursor(kCursorAtEnd) {}
+
+RapidjsonWrapper::~RapidjsonWrapper() {
+  if (m_document != nullptr) {
+    delete m_document;
+  } else if (m_ownsValue) {
+    delete m_value;
+  }
+  if (m_ownsAllocator) delete m_allocator;
+}
+
+const JsonValue* RapidjsonWrapper::ValueOf(const VXJson* handle) {
+  const RapidjsonWrapper* wrapper = dynamic_cast<const RapidjsonWrapper*>(handle);
+  return wrapper != nullptr ? wrapper->m_value : nullptr;
+}
+
+VXJsonType RapidjsonWrapper::GetType() const {
+  const JsonValue& v = *m_value;
+  if (v.IsUint()) return VXJsonType_Uint;
+  if (v.IsInt()) return VXJsonType_Int;
+  if (v.IsUint64()) return VXJsonType_Uint64;
+  if (v.IsInt64()) return VXJsonType_Int64;
+  if (v.IsDouble()) return VXJsonType_Double;
+  if (v.IsString()) return VXJsonType_String;
+  if (v.IsBool()) return VXJsonType_Boolean;
+  if (v.IsArray()) return VXJsonType_Array;
+  if (v.IsObject()) return VXJsonType_Object;
+  return VXJsonType_Null;
+}
+
+JsonValue* RapidjsonWrapper::ElementAt(int index) const {
+  if (!m_value->IsArray() || index < 0 || static_cast<unsigned>(index) >= m_value->Size()) return nullptr;
+  return &(*m_value)[static_cast<rapidjson::SizeType>(index)];
+}
+
+JsonValue::Member* RapidjsonWrapper::FindMember(const char* key) const {
+  if (key == nullptr || key[0] == '\0' || !m_value->IsObject()) return nullptr;
+  const rapidjson::SizeType length = static_cast<rapidjson::SizeType>(std::strlen(key));
+  for (auto it = m_value->MemberBegin(), end = m_value->MemberEnd(); it != end; ++it) {
+    if (it->name.GetStringLength() == length && std::memcmp(it->name.GetString(), key, length) == 0) {
+      return &*it;
+    }
+  }
+  return nullptr;
+}
+
+JsonValue* RapidjsonWrapper::MemberValue(const char* key) const {
+  JsonValue::Member* member = FindMember(key);
+  return member != nullptr ? &member->value : nullptr;
+}
+
+VXSharedPtr<VXJson> RapidjsonWrapper::ChildHandle(JsonValue* value) const {
+  if (value == nullptr) return VXSharedPtr<VXJson>(nullptr);
+  return VXSharedPtr<VXJson>(new RapidjsonWrapper(value, false, m_allocator, false));
+}
+
+template <typename Kind>
+typename Kind::Type RapidjsonWrapper::GetScalar(bool* ok) const {
+  typename Kind::Type out = Missing<Kind>();
+  const bool accepted = Kind::Read(*m_value, out);
+  if (ok != nullptr) *ok = accepted;
+  return out;
+}
+
+template <typename Kind>
+typename Kind::Type RapidjsonWrapper::ReadAt(int index, typename Kind::Type defaultValue) const {
+  const JsonValue* element = ElementAt(index);
+  if (element != nullptr) Kind::Read(*element, defaultValue);
+  return defaultValue;
+}
+
+template <typename Kind>
+typename Kind::Type RapidjsonWrapper::ReadMember(const char* key, typename Kind::Type defaultValue) const {
+  const JsonValue* member = MemberValue(key);
+  if (member != nullptr) Kind::Read(*member, defaultValue);
+  return defaultValue;
+}
+
+#define VX_JSON_READS(Name, Kind)                                                              \
+  Kind::Type RapidjsonWrapper::Get##Name(bool* ok) const { return GetScalar<Kind>(ok); }       \
+  bool RapidjsonWrapper::TryGet##Name(Kind::Type& out) const { return Kind::Read(*m_value, out); } \
+  Kind::Type RapidjsonWrapper::Get##Name##At(int index, Kind::Type defaultValue) const {       \
+    return ReadAt<Kind>(index, defaultValue);                                                  \
+  }                                                                                            \
+  Kind::Type RapidjsonWrapper::Get##Name##Member(const char* key, Kind::Type defaultValue) const { \
+    return ReadMember<Kind>(key, defaultValue);                                                \
+  }
+
+VX_JSON_READS(Int, IntKind)
+VX_JSON_READS(Uint, UintKind)
+VX_JSON_READS(Int64, Int64Kind)
+VX_JSON_READS(Uint64, Uint64Kind)
+VX_JSON_READS(String, StringKind)
+VX_JSON_READS(Boolean, BooleanKind)
+VX_JSON_READS(Float, FloatKind)
+VX_JSON_READS(Double, DoubleKind)
+
+#undef VX_JSON_READS
+
+bool RapidjsonWrapper::HasMember(const char* key) const { return MemberValue(key) != nullptr; }
+
+VXSharedPtr<const VXJson> RapidjsonWrapper::GetAt(int index) const { return ChildHandle(ElementAt(index)); }
+
+VXSharedPtr<VXJson> RapidjsonWrapper::GetMutableAt(int index) { return ChildHandle(ElementAt(index)); }
+
+VXSharedPtr<const VXJson> RapidjsonWrapper::GetMember(const char* key) const {
+  return ChildHandle(MemberValue(key));
+}
+
+VXSharedPtr<VXJson> RapidjsonWrapper::GetMutableMember(const char* key) { return ChildHandle(MemberValue(key)); }
+
+CCA_ObjArrayTemplate<CCA_String> RapidjsonWrapper::GetMemberNames() const {
+  CCA_ObjArrayTemplate<CCA_String> names;
+  if (!m_value->IsObject()) return names;
+  for (auto it = m_value->MemberBegin(); it != m_value->MemberEnd(); ++it) {
+    names.Add(CCA_String(it->name.GetString(), static_cast<int>(it->name.GetStringLength())));
+  }
+  return names;
+}
+
+bool RapidjsonWrapper::DeliverMember(CCA_String& name, VXSharedPtr<VXJson>& value) {
+  JsonValue::Member& member = m_value->MemberBegin()[m_memberCursor];
+  name = member.name.GetString();
+  value = ChildHandle(&member.value);
+  ++m_memberCursor;
+  return m_memberCursor < m_value->MemberCount();
+}
+
+bool RapidjsonWrapper::FirstMember(CCA_String& name, VXSharedPtr<VXJson>& value) {
+  if (!m_value->IsObject()) return false;
+  m_memberCursor = 0;
+  if (m_value->MemberCount() == 0) return false;
+  return DeliverMember(name, value);
+}
+
+bool RapidjsonWrapper::NextMember(CCA_String& name, VXSharedPtr<VXJson>& value) {
+  if (!m_value->IsObject() || m_memberCursor >= m_value->MemberCount()) return false;
+  return DeliverMember(name, value);
+}
+
+int RapidjsonWrapper::GetSize() const {
+  if (m_value->IsArray()) return static_cast<int>(m_value->Size());
+  if (m_value->IsObject()) return static_cast<int>(m_value->MemberCount());
+  return -1;
+}
+
+VXSharedPtr<VXJson> RapidjsonWrapper::Clone() const {
+  JsonPool* pool = new JsonPool();
+  JsonValue* node = new JsonValue(*m_value, *pool);
+  return VXSharedPtr<VXJson>(new RapidjsonWrapper(node, true, pool, true));
+}
+
+// A handle that owns its pool (a clone) moves to a fresh one, so the content
+// it replaces is freed; the copy is made before the old pool goes, since
+// `other` may live in it. Any other handle copies into its tree's pool, which
+// the tree's owner releases: no pool without an owner, none freed early.
+bool RapidjsonWrapper::CopyFrom(VXSharedPtr<const VXJson> other) {
+  const JsonValue* source = ValueOf(other.get());
+  if (source == nullptr) return false;
+  JsonPool* target = m_ownsAllocator ? new JsonPool() : m_allocator;
+  JsonValue copy(*source, *target);
+  *m_value = copy;
+  if (m_ownsAllocator) {
+    delete m_allocator;
+    m_allocator = target;
+  }
+  return true;
+}
