@@ -3,5 +3,6 @@
 
 #include <vxbase/vxbase.h>
 
+#include <vxutility/Base64.h>
 #include <vxutility/Encoding.h>
 #include <vxutility/Version.h>
