@@ -4,5 +4,7 @@
 #include <vxbase/vxbase.h>
 
 #include <vxutility/Base64.h>
+#include <vxutility/ColorString.h>
 #include <vxutility/Encoding.h>
+#include <vxutility/PageRange.h>
 #include <vxutility/Version.h>
