@@ -2,6 +2,8 @@
 // Console reporter that, after the usual table, prints how many times faster
 // the library ran than each reference measured beside it. Benchmarks are
 // named "<case>/<implementation>"; the library's own run is "<case>/ours".
+// Ratios use CPU time: the build machine is shared, and wall time there
+// counts other processes too.
 
 #include <benchmark/benchmark.h>
 
@@ -22,7 +24,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
       if (slash == std::string::npos) continue;
       Entry& entry = m_cases[name.substr(0, slash)];
       if (entry.order == 0) entry.order = ++m_nextOrder;
-      entry.times[name.substr(slash + 1)] = run.GetAdjustedRealTime();
+      entry.times[name.substr(slash + 1)] = run.GetAdjustedCPUTime();
     }
   }
 
