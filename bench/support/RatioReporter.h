@@ -8,6 +8,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <cstring>
 #include <algorithm>
 #include <map>
 #include <string>
@@ -18,13 +19,18 @@ class RatioReporter : public benchmark::ConsoleReporter {
   void ReportRuns(const std::vector<Run>& reports) override {
     benchmark::ConsoleReporter::ReportRuns(reports);
     for (const Run& run : reports) {
-      if (run.error_occurred || run.run_type != Run::RT_Iteration) continue;
+      if (run.error_occurred) continue;
+      // With --benchmark_repetitions the median stands for the case.
+      const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
+      if (run.run_type != Run::RT_Iteration && !median) continue;
       const std::string name = run.benchmark_name();
       const std::size_t slash = name.rfind('/');
       if (slash == std::string::npos) continue;
       Entry& entry = m_cases[name.substr(0, slash)];
       if (entry.order == 0) entry.order = ++m_nextOrder;
-      entry.times[name.substr(slash + 1)] = run.GetAdjustedCPUTime();
+      std::string implementation = name.substr(slash + 1);
+      if (median) implementation.resize(implementation.size() - std::strlen("_median"));
+      if (median || entry.times.count(implementation) == 0) entry.times[implementation] = run.GetAdjustedCPUTime();
     }
   }
 
