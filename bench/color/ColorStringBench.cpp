@@ -21,26 +21,27 @@ int PlainHexDigit(char c) {
   return at == std::string::npos ? -1 : static_cast<int>(at);
 }
 
+/// One, three or four components packed as gray, RGB or CMYK.
+bool PlainPack(const std::vector<unsigned int>& v, unsigned int& color, unsigned int& space) {
+  if (v.size() == 1) { color = v[0] * 0x010101u; space = 1; return true; }
+  if (v.size() == 3) { color = (v[2] << 16) | (v[1] << 8) | v[0]; space = 2; return true; }
+  if (v.size() == 4) { color = (v[0] << 24) | (v[1] << 16) | (v[2] << 8) | v[3]; space = 3; return true; }
+  return false;
+}
+
 // The same forms, written the obvious way.
 bool PlainParse(const char* text, unsigned int& color, unsigned int& space) {
   const std::string copy(text);
+  std::vector<unsigned int> values;
   if (!copy.empty() && copy[0] == '#') {
     const std::string digits = copy.substr(1);
-    std::vector<unsigned int> pairs;
+    if (digits.size() != 2 && digits.size() != 6 && digits.size() != 8) return false;
     for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
-      pairs.push_back((static_cast<unsigned int>(PlainHexDigit(digits[i])) << 4) |
-                      static_cast<unsigned int>(PlainHexDigit(digits[i + 1])));
+      values.push_back((static_cast<unsigned int>(PlainHexDigit(digits[i])) << 4) |
+                       static_cast<unsigned int>(PlainHexDigit(digits[i + 1])));
     }
-    if (digits.size() == 2) { color = pairs[0] * 0x010101u; space = 1; return true; }
-    if (digits.size() == 6) { color = (pairs[2] << 16) | (pairs[1] << 8) | pairs[0]; space = 2; return true; }
-    if (digits.size() == 8) {
-      color = (pairs[0] << 24) | (pairs[1] << 16) | (pairs[2] << 8) | pairs[3];
-      space = 3;
-      return true;
-    }
-    return false;
+    return PlainPack(values, color, space);
   }
-  std::vector<unsigned int> values;
   std::size_t start = copy.find_first_not_of(" \t\n\v\f\r");
   while (start != std::string::npos && start < copy.size()) {
     const std::size_t end = copy.find(' ', start);
@@ -48,14 +49,7 @@ bool PlainParse(const char* text, unsigned int& color, unsigned int& space) {
     if (end == std::string::npos) break;
     start = copy.find_first_not_of(' ', end);
   }
-  if (values.size() == 1) { color = values[0] * 0x010101u; space = 1; return true; }
-  if (values.size() == 3) { color = (values[2] << 16) | (values[1] << 8) | values[0]; space = 2; return true; }
-  if (values.size() == 4) {
-    color = (values[0] << 24) | (values[1] << 16) | (values[2] << 8) | values[3];
-    space = 3;
-    return true;
-  }
-  return false;
+  return PlainPack(values, color, space);
 }
 
 void Register(const std::string& name, const std::string& text) {

@@ -75,41 +75,31 @@ std::string LibcEncode(const std::wstring& text) {
   return out;
 }
 
+template <typename Convert>
+void RegisterConversion(const std::string& name, int64_t bytes, Convert convert) {
+  benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+    for (auto _ : state) benchmark::DoNotOptimize(convert());
+    state.SetBytesProcessed(state.iterations() * bytes);
+  });
+}
+
+// Converters opened once, as a caller converting often would keep them.
+iconv_t g_toWide;
+iconv_t g_toUtf8;
+
 void RegisterCase(const std::string& name, const std::string& text) {
   const int length = static_cast<int>(text.size());
   const std::wstring wide(CCA_StringConverter::utf8_to_unicode(text.c_str(), length).c_str());
-  const auto bytes = static_cast<int64_t>(text.size());
-
-  benchmark::RegisterBenchmark(("to-wide/" + name + "/ours").c_str(), [=](benchmark::State& state) {
-    for (auto _ : state) benchmark::DoNotOptimize(CCA_StringConverter::utf8_to_unicode(text.c_str(), length));
-    state.SetBytesProcessed(state.iterations() * bytes);
-  });
-  benchmark::RegisterBenchmark(("to-wide/" + name + "/iconv").c_str(), [=](benchmark::State& state) {
-    iconv_t cd = iconv_open("WCHAR_T", "UTF-8");
-    for (auto _ : state) benchmark::DoNotOptimize(IconvDecode(cd, text));
-    iconv_close(cd);
-    state.SetBytesProcessed(state.iterations() * bytes);
-  });
-  benchmark::RegisterBenchmark(("to-wide/" + name + "/mbstowcs").c_str(), [=](benchmark::State& state) {
-    for (auto _ : state) benchmark::DoNotOptimize(LibcDecode(text));
-    state.SetBytesProcessed(state.iterations() * bytes);
-  });
-
   const int wideLength = static_cast<int>(wide.size());
-  benchmark::RegisterBenchmark(("to-utf8/" + name + "/ours").c_str(), [=](benchmark::State& state) {
-    for (auto _ : state) benchmark::DoNotOptimize(CCA_StringConverter::unicode_to_utf8(wide.c_str(), wideLength));
-    state.SetBytesProcessed(state.iterations() * bytes);
-  });
-  benchmark::RegisterBenchmark(("to-utf8/" + name + "/iconv").c_str(), [=](benchmark::State& state) {
-    iconv_t cd = iconv_open("UTF-8", "WCHAR_T");
-    for (auto _ : state) benchmark::DoNotOptimize(IconvEncode(cd, wide));
-    iconv_close(cd);
-    state.SetBytesProcessed(state.iterations() * bytes);
-  });
-  benchmark::RegisterBenchmark(("to-utf8/" + name + "/wcstombs").c_str(), [=](benchmark::State& state) {
-    for (auto _ : state) benchmark::DoNotOptimize(LibcEncode(wide));
-    state.SetBytesProcessed(state.iterations() * bytes);
-  });
+  const auto bytes = static_cast<int64_t>(text.size());
+  const std::string toWide = "to-wide/" + name + "/";
+  RegisterConversion(toWide + "ours", bytes, [=] { return CCA_StringConverter::utf8_to_unicode(text.c_str(), length); });
+  RegisterConversion(toWide + "iconv", bytes, [=] { return IconvDecode(g_toWide, text); });
+  RegisterConversion(toWide + "mbstowcs", bytes, [=] { return LibcDecode(text); });
+  const std::string toUtf8 = "to-utf8/" + name + "/";
+  RegisterConversion(toUtf8 + "ours", bytes, [=] { return CCA_StringConverter::unicode_to_utf8(wide.c_str(), wideLength); });
+  RegisterConversion(toUtf8 + "iconv", bytes, [=] { return IconvEncode(g_toUtf8, wide); });
+  RegisterConversion(toUtf8 + "wcstombs", bytes, [=] { return LibcEncode(wide); });
 }
 
 }  // namespace
@@ -119,10 +109,15 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "the C.UTF-8 locale is missing\n");
     return 1;
   }
+  g_toWide = iconv_open("WCHAR_T", "UTF-8");
+  g_toUtf8 = iconv_open("UTF-8", "WCHAR_T");
   RegisterCase("cjk-1MB", Repeat(kCjkPiece, 1 << 20));
   RegisterCase("half-ascii-1MB", Repeat(kHalfAsciiPiece, 1 << 20));
   RegisterCase("ascii-1MB", Repeat(kAsciiPiece, 1 << 20));
   RegisterCase("cjk-48B", Prefix(kCjkPiece, 48));
   RegisterCase("ascii-48B", Prefix(kAsciiPiece, 48));
-  return RunBenchmarksWithRatios(argc, argv);
+  const int status = RunBenchmarksWithRatios(argc, argv);
+  iconv_close(g_toWide);
+  iconv_close(g_toUtf8);
+  return status;
 }
