@@ -17,6 +17,7 @@
 /// Something done for one page at a time.
 class VXUTILITY_EXPORT IDoSomething {
  public:
+  /// Nothing to release here; derived callbacks release their own state.
   virtual ~IDoSomething();
   /// Handles `page`; false asks the caller to stop. This one does nothing and
   /// returns true.
@@ -27,6 +28,8 @@ class VXUTILITY_EXPORT IDoSomething {
 /// while this object is used).
 class VXUTILITY_EXPORT FillPageArray : public IDoSomething {
  public:
+  /// Appends to `*pPages` for a document of `nPageCount` pages; nothing can
+  /// fail here (the array is only used by DoSomething).
   FillPageArray(int nPageCount, CCA_ArrayTemplate<int>* pPages);
   /// A negative page appends every index 0 ... page count - 1 and returns
   /// true; a page at or past the page count appends nothing and returns
