@@ -5,6 +5,6 @@
 
 #include <vxutility/Base64.h>
 #include <vxutility/ColorString.h>
+#include <vxutility/PageRange.h>
 #include <vxutility/Encoding.h>
 #include <vxutility/Version.h>
-#include <vxutility/PageRange.h>
