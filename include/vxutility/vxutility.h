@@ -3,6 +3,9 @@
 
 #include <vxbase/vxbase.h>
 
+#include <vxutility/Base64.h>
+#include <vxutility/ColorString.h>
+#include <vxutility/PageRange.h>
 #include <vxutility/Encoding.h>
 #include <vxutility/FileUtils.h>
 #include <vxutility/HitTest.h>

@@ -29,4 +29,14 @@ TEST(CharsetConversion, TwoStepsKeepTextAndEmptyStaysEmpty) {
   EXPECT_EQ(Utf82Local("\xC0", -1), "\xEF\xBF\xBD");  // invalid input is replaced
 }
 
+TEST(CharsetConversion, SurrogatesAndBadSequences) {
+  const std::wstring replacement(1, 0xFFFD);
+  EXPECT_EQ(Utf82Unicode("\xED\xA0\x80", -1), replacement + replacement + replacement);  // encoded surrogate
+  EXPECT_EQ(Utf82Unicode("a\xE4\xB8", -1), L"a" + replacement);                          // cut short
+  EXPECT_EQ(Unicode2Utf8(std::wstring{0xD83D, 0xDE00}.c_str(), -1), "\xF0\x9F\x98\x80");   // a UTF-16 pair
+  EXPECT_EQ(Unicode2Utf8(std::wstring{0xDC00, L'x'}.c_str(), -1), "\xEF\xBF\xBD" "x");     // lone low half
+  EXPECT_EQ(Utf82Local("\xF0\x9F\x98\x80", -1), "\xF0\x9F\x98\x80");
+  EXPECT_EQ(Local2Utf8("\0abc", 4), "");  // the intermediate is empty
+}
+
 }  // namespace

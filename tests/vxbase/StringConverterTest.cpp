@@ -81,4 +81,55 @@ TEST(StringConverter, EmptyAndNullInputs) {
   EXPECT_TRUE(CCA_StringConverter::unicode_to_local(L"", -1).IsEmpty());
 }
 
+// Runs of every length of each kind of character, joined in every order,
+// with ill-formed bytes among them: the run loops and their block steps must
+// hand over at each boundary without losing or repeating a character.
+TEST(StringConverter, RunsOfEveryLengthAndKindConvertBothWays) {
+  struct Piece {
+    std::string utf8;
+    wchar_t wide;
+  };
+  const Piece kinds[] = {{"a", L'a'},
+                         {"\xC3\xA9", 0xE9},
+                         {"\xE4\xB8\xAD", 0x4E2D},
+                         {"\xF0\x9F\x98\x80", static_cast<wchar_t>(0x1F600)},
+                         {"\xFF", 0xFFFD}};
+  for (const Piece& first : kinds) {
+    for (const Piece& second : kinds) {
+      for (int run = 0; run < 40; ++run) {
+        std::string utf8;
+        std::wstring wide;
+        for (int k = 0; k < run; ++k) {
+          utf8 += first.utf8;
+          wide += first.wide;
+        }
+        utf8 += second.utf8 + "xyz";
+        wide += std::wstring(1, second.wide) + L"xyz";
+        ASSERT_EQ(Wide(CCA_StringConverter::utf8_to_unicode(utf8.data(), static_cast<int>(utf8.size()))), wide)
+            << first.utf8 << " x" << run << " then " << second.utf8;
+        if (first.wide == 0xFFFD || second.wide == 0xFFFD) continue;  // replacement does not round-trip
+        ASSERT_EQ(Narrow(CCA_StringConverter::unicode_to_utf8(wide.data(), static_cast<int>(wide.size()))), utf8)
+            << first.utf8 << " x" << run << " then " << second.utf8;
+      }
+    }
+  }
+}
+
+TEST(StringConverter, ThreeByteRunStopsAtBadSequences) {
+  const struct {
+    std::string utf8;
+    std::wstring wide;
+  } cases[] = {
+      {"\xE4\xB8\xAD\xE0\x80\x80\xE4\xB8\xAD", std::wstring{0x4E2D, R, R, R, 0x4E2D}},  // overlong
+      {"\xE4\xB8\xAD\xED\xA0\x80", std::wstring{0x4E2D, R, R, R}},                     // surrogate
+      {"\xE4\xB8\xAD\xE4\xB8", std::wstring{0x4E2D, R}},                                // cut short
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Wide(CCA_StringConverter::utf8_to_unicode(c.utf8.data(), static_cast<int>(c.utf8.size()))), c.wide);
+  }
+  const std::wstring wide{0x4E2D, 0xD800, 0x4E2D, 0xDC00, L'a'};
+  EXPECT_EQ(Narrow(CCA_StringConverter::unicode_to_utf8(wide.data(), static_cast<int>(wide.size()))),
+            "\xE4\xB8\xAD\xEF\xBF\xBD\xE4\xB8\xAD\xEF\xBF\xBD" "a");
+}
+
 }  // namespace
