@@ -5,14 +5,15 @@
 
 #include <vxutility/Base64.h>
 #include <vxutility/ColorString.h>
-#include <vxutility/PageRange.h>
 #include <vxutility/Encoding.h>
 #include <vxutility/FileUtils.h>
 #include <vxutility/HitTest.h>
+#include <vxutility/PageRange.h>
 #include <vxutility/TempFile.h>
-#include <vxutility/VXFileInfo.h>
 #include <vxutility/Version.h>
+#include <vxutility/VXFileInfo.h>
 #include <vxutility/VXJson.h>
 #include <vxutility/VXJsonFactory.h>
 #include <vxutility/VXJsonHelper.h>
 #include <vxutility/VXSharedPtr.h>
+
