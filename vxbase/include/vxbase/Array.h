@@ -117,6 +117,62 @@ class ArrayBase {
   /// memory cannot be obtained.
   bool SetSize(int newCount, int growBy = -1) {
     CCA_MutexLock lock(m_lock);
+    return Resize(newCount, growBy);
+  }
+
+  /// Appends a copy of `value`; returns its index, or -1 when memory cannot
+  /// be obtained.
+  int Add(const T& value) {
+    CCA_MutexLock lock(m_lock);
+    if (IsInside(&value)) {
+      T copy(value);  // growing may move the element we were given
+      return Add(copy);
+    }
+    const int index = m_nSize;
+    if (!Resize(index + 1, -1)) return -1;
+    m_pData[index] = value;
+    return index;
+  }
+
+  /// Stores `value` at `index`; false when `index` is out of range.
+  bool SetAt(int index, const T& value) {
+    CCA_MutexLock lock(m_lock);
+    if (index < 0 || index >= m_nSize) return false;
+    m_pData[index] = value;
+    return true;
+  }
+
+  /// Removes `count` elements from `index` (clamped); false when `index` is
+  /// out of range.
+  bool RemoveAt(int index, int count = 1) {
+    CCA_MutexLock lock(m_lock);
+    if (index < 0 || index >= m_nSize || count <= 0) return false;
+    if (count > m_nSize - index) count = m_nSize - index;
+    for (int i = index; i + count < m_nSize; ++i) m_pData[i] = std::move(m_pData[i + count]);
+    return Resize(m_nSize - count, -1);
+  }
+
+  /// Frees every element and the storage; the grow-by is kept.
+  void RemoveAll() {
+    CCA_MutexLock lock(m_lock);
+    Release();
+  }
+
+  /// The element at `index` by value; the caller keeps `index` in range.
+  T GetAt(int index) const { return m_pData[index]; }
+  T& operator[](int index) { return m_pData[index]; }
+  const T& operator[](int index) const { return m_pData[index]; }
+  T& ElementAt(int index) { return m_pData[index]; }
+  /// The elements, or nullptr when the array holds no storage.
+  T* GetData() { return m_pData; }
+  const T* GetData() const { return m_pData; }
+
+  /// The array's lock, for callers that read several elements as one step.
+  CCA_MutexObject& GetLock() const { return m_lock; }
+
+ private:
+  // SetSize with the lock already held: appends take the lock once.
+  bool Resize(int newCount, int growBy) {
     if (newCount < 0) return false;
     if (growBy >= 0) m_nGrowBy = growBy;
     if (newCount == 0) {
@@ -140,57 +196,6 @@ class ArrayBase {
     return true;
   }
 
-  /// Appends a copy of `value`; returns its index, or -1 when memory cannot
-  /// be obtained.
-  int Add(const T& value) {
-    CCA_MutexLock lock(m_lock);
-    if (IsInside(&value)) {
-      T copy(value);  // growing may move the element we were given
-      return Add(copy);
-    }
-    const int index = m_nSize;
-    if (!SetSize(index + 1, -1)) return -1;
-    m_pData[index] = value;
-    return index;
-  }
-
-  /// Stores `value` at `index`; false when `index` is out of range.
-  bool SetAt(int index, const T& value) {
-    CCA_MutexLock lock(m_lock);
-    if (index < 0 || index >= m_nSize) return false;
-    m_pData[index] = value;
-    return true;
-  }
-
-  /// Removes `count` elements from `index` (clamped); false when `index` is
-  /// out of range.
-  bool RemoveAt(int index, int count = 1) {
-    CCA_MutexLock lock(m_lock);
-    if (index < 0 || index >= m_nSize || count <= 0) return false;
-    if (count > m_nSize - index) count = m_nSize - index;
-    for (int i = index; i + count < m_nSize; ++i) m_pData[i] = std::move(m_pData[i + count]);
-    return SetSize(m_nSize - count, -1);
-  }
-
-  /// Frees every element and the storage; the grow-by is kept.
-  void RemoveAll() {
-    CCA_MutexLock lock(m_lock);
-    Release();
-  }
-
-  /// The element at `index` by value; the caller keeps `index` in range.
-  T GetAt(int index) const { return m_pData[index]; }
-  T& operator[](int index) { return m_pData[index]; }
-  const T& operator[](int index) const { return m_pData[index]; }
-  T& ElementAt(int index) { return m_pData[index]; }
-  /// The elements, or nullptr when the array holds no storage.
-  T* GetData() { return m_pData; }
-  const T* GetData() const { return m_pData; }
-
-  /// The array's lock, for callers that read several elements as one step.
-  CCA_MutexObject& GetLock() const { return m_lock; }
-
- private:
   bool IsInside(const T* p) const { return m_pData != nullptr && p >= m_pData && p < m_pData + m_nSize; }
 
   void Release() {
