@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, then builds and runs every test: a plain build,
 # the same tests under AddressSanitizer + UndefinedBehaviorSanitizer, and the
-# threading tests under ThreadSanitizer. Fails when any test fails.
+# threading tests under ThreadSanitizer, then a short run of every fuzz
+# target. Fails when any test fails.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -30,6 +31,13 @@ if [ "$(ctest --test-dir build -N -L threading | sed -n 's/^Total Tests: //p')" 
   run_suite build-tsan -DCMAKE_BUILD_TYPE=Debug -DVXUTILITY_SANITIZE=thread \
     -DVXUTILITY_BENCH=OFF -DVXUTILITY_TOOLS=OFF
   TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build-tsan -L threading --output-on-failure -j "$jobs"
+fi
+
+if command -v clang++ >/dev/null 2>&1; then
+  echo "== fuzz targets (short smoke run each) =="
+  CC=clang CXX=clang++ run_suite build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVXUTILITY_FUZZ=ON \
+    -DVXUTILITY_TESTS=OFF -DVXUTILITY_BENCH=OFF -DVXUTILITY_TOOLS=OFF
+  bash scripts/fuzz-smoke.sh build-fuzz 10
 fi
 
 echo "all test suites passed"
