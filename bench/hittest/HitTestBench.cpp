@@ -3,48 +3,20 @@
 // cairo_in_stroke and cairo_in_fill on the same path. The two answer
 // different questions (cairo strokes with round joins and fills by the
 // winding rule); only their cost is compared. Every allocation made during
-// the timed loops is counted through a malloc hook.
+// the timed loops is counted.
 
 #include <benchmark/benchmark.h>
 #include <cairo.h>
 
-#include <atomic>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <map>
-#include <string>
 #include <vector>
 
 #include <vxutility/HitTest.h>
 
+#include "bench/support/AllocationCounter.h"
+#include "bench/support/RatioReporter.h"
 #include "graphics/hittest/ArcToCubics.h"
 #include "graphics/hittest/BuildPathSegments.h"
-
-// ---- allocation count --------------------------------------------------
-
-namespace {
-std::atomic<long long> g_allocations{0};
-}
-
-extern "C" {
-void* __libc_malloc(std::size_t size);
-void* __libc_calloc(std::size_t count, std::size_t size);
-void* __libc_realloc(void* block, std::size_t size);
-
-void* malloc(std::size_t size) {
-  g_allocations.fetch_add(1, std::memory_order_relaxed);
-  return __libc_malloc(size);
-}
-void* calloc(std::size_t count, std::size_t size) {
-  g_allocations.fetch_add(1, std::memory_order_relaxed);
-  return __libc_calloc(count, size);
-}
-void* realloc(void* block, std::size_t size) {
-  g_allocations.fetch_add(1, std::memory_order_relaxed);
-  return __libc_realloc(block, size);
-}
-}
 
 namespace {
 
@@ -182,13 +154,14 @@ void RunQueries(benchmark::State& state, Query query) {
   const std::vector<CCA_GPoint>& queries = TheQueries();
   size_t next = 0;
   long long hits = 0;
-  const long long allocationsBefore = g_allocations.load();
-  for (auto _ : state) {
-    hits += query(queries[next]) ? 1 : 0;
-    next = (next + 1) % queries.size();
-  }
+  const long allocations = allocation_counter::Count([&] {
+    for (auto _ : state) {
+      hits += query(queries[next]) ? 1 : 0;
+      next = (next + 1) % queries.size();
+    }
+  });
   const double iterations = static_cast<double>(state.iterations());
-  state.counters["allocs/query"] = static_cast<double>(g_allocations.load() - allocationsBefore) / iterations;
+  state.counters["allocs/query"] = static_cast<double>(allocations) / iterations;
   state.counters["hit share"] = static_cast<double>(hits) / iterations;
   state.counters["queries/s"] = benchmark::Counter(iterations, benchmark::Counter::kIsRate);
   state.counters["segments"] = SegmentCount();
@@ -238,44 +211,13 @@ void BM_VxutilityBuildSegments(benchmark::State& state) {
   });
 }
 
-BENCHMARK(BM_VxutilityBuildSegments);
-BENCHMARK(BM_VxutilityStroke);
-BENCHMARK(BM_CairoInStroke);
-BENCHMARK(BM_VxutilityFill);
-BENCHMARK(BM_CairoInFill);
-
-// Prints the benchmarks as usual, then the CPU-time ratio of each pair (CPU
-// time, because the build machine is shared).
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) m_perQuery[run.benchmark_name()] = run.GetAdjustedCPUTime();
-  }
-  void PrintRatios() const {
-    PrintRatio("outline", "BM_VxutilityStroke", "BM_CairoInStroke");
-    PrintRatio("area", "BM_VxutilityFill", "BM_CairoInFill");
-  }
-
- private:
-  void PrintRatio(const char* what, const char* ours, const char* theirs) const {
-    const auto a = m_perQuery.find(ours);
-    const auto b = m_perQuery.find(theirs);
-    if (a == m_perQuery.end() || b == m_perQuery.end() || a->second <= 0) return;
-    std::printf("%s: vxutility %.1f us/query, cairo %.1f us/query, time ratio vxutility/cairo = %.3f\n", what,
-                a->second / 1000, b->second / 1000, a->second / b->second);
-  }
-  std::map<std::string, double> m_perQuery;
-};
+// Named "<query>/<implementation>" for the ratio reporter.
+BENCHMARK(BM_VxutilityBuildSegments)->Name("segment list/ours");
+BENCHMARK(BM_VxutilityStroke)->Name("outline/ours");
+BENCHMARK(BM_CairoInStroke)->Name("outline/cairo");
+BENCHMARK(BM_VxutilityFill)->Name("area/ours");
+BENCHMARK(BM_CairoInFill)->Name("area/cairo");
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  reporter.PrintRatios();
-  benchmark::Shutdown();
-  return 0;
-}
+int main(int argc, char** argv) { return RunBenchmarksWithRatios(argc, argv); }

@@ -1,36 +1,33 @@
 #pragma once
-// Shared helpers of the hit-test suites: segments from coordinates and
-// readable side counts.
+// Shared helpers of the hit-test suites: segments and paths laid down from
+// coordinates and raw records, side counts as arrays.
 
+#include <array>
 #include <initializer_list>
-#include <ostream>
 
 #include "graphics/hittest/PathSegment.h"
 
 namespace hittest_test {
 
-struct Counts {
-  int plusX, minusX, plusY, minusY;
-  bool operator==(const Counts& o) const {
-    return plusX == o.plusX && minusX == o.minusX && plusY == o.plusY && minusY == o.minusY;
-  }
-};
-
-inline std::ostream& operator<<(std::ostream& out, const Counts& c) {
-  return out << "{+x " << c.plusX << ", -x " << c.minusX << ", +y " << c.plusY << ", -y " << c.minusY << "}";
-}
+using Counts = std::array<int, 4>;  // +x, -x, +y, -y
 
 inline Counts ToCounts(const vxhittest::SideCounts& s) { return {s.plusX, s.minusX, s.plusY, s.minusY}; }
 
-struct XY {
-  float x, y;
-};
-
-inline vxhittest::PathSegment MakeSegment(vxhittest::SegmentKind kind, std::initializer_list<XY> points) {
+inline vxhittest::PathSegment MakeSegment(vxhittest::SegmentKind kind, std::initializer_list<CCA_GPoint> points) {
   vxhittest::PathSegment segment;
   segment.kind = kind;
-  for (const XY& p : points) vxhittest::AppendSegmentPoint(segment, CA_PathPoint{p.x, p.y, 0});
+  for (const CCA_GPoint& p : points) vxhittest::AppendSegmentPoint(segment, CA_PathPoint{p.x, p.y, 0});
   return segment;
 }
+
+// Raw records, so that any combination of flags can be laid down.
+inline CCA_Path PathOf(std::initializer_list<CA_PathPoint> records) {
+  CCA_Path path;
+  for (const CA_PathPoint& r : records) path.AddPoint(r.x, r.y, r.flags);
+  return path;
+}
+
+constexpr int M = PathFlagMoveTo, L = PathFlagLineTo, Q = PathFlagQuadTo, C = PathFlagCubicTo, A = PathFlagArcTo,
+              Z = PathFlagClose;
 
 }  // namespace hittest_test
