@@ -15,9 +15,22 @@ namespace {
 
 constexpr char kAlphabetLiteral[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+constexpr bool kBigEndian = true;
+#else
+constexpr bool kBigEndian = false;
+#endif
+
+/// The word whose four bytes in memory are the three bytes of the 24-bit
+/// group value `v`, most significant first, then zero: decoding ORs such
+/// words and stores the result as it is, with no shifts per group.
+constexpr std::uint32_t InMemoryOrder(std::uint32_t v) {
+  return kBigEndian ? v << 8 : ((v >> 16) & 0xFFu) | (v & 0xFF00u) | ((v & 0xFFu) << 16);
+}
+
 /// Marks a character outside the alphabet in every decoding table; it lies
-/// above the 24 bits a group of four characters fills.
-constexpr std::uint32_t kNotInAlphabet = 0x01000000u;
+/// in the fourth byte, which the three bytes of a group leave free.
+constexpr std::uint32_t kNotInAlphabet = kBigEndian ? 0x01u : 0x01000000u;
 
 class Base64Tables {
  public:
@@ -31,7 +44,7 @@ class Base64Tables {
       for (int c = 0; c < 256; ++c) m_decode[place][c] = kNotInAlphabet;
       for (std::uint32_t v = 0; v < 64; ++v) {
         const unsigned char c = static_cast<unsigned char>(m_szAlphabet[v]);
-        m_decode[place][c] = v << (18 - 6 * place);
+        m_decode[place][c] = InMemoryOrder(v << (18 - 6 * place));
       }
     }
   }
@@ -40,7 +53,7 @@ class Base64Tables {
   /// The two characters of a 12-bit value.
   const char* Pair(std::uint32_t value) const { return m_pairs[value]; }
   /// The value of character `c` shifted to its `place` (0 ... 3) in a group
-  /// of 24 bits, or kNotInAlphabet.
+  /// of 24 bits, in memory order (InMemoryOrder), or kNotInAlphabet.
   std::uint32_t Decode(int place, unsigned char c) const { return m_decode[place][c]; }
 
  private:
@@ -50,13 +63,6 @@ class Base64Tables {
 };
 
 const Base64Tables g_base64 VXUTILITY_INIT_BASE64_ALPHABET;
-
-/// Stores `value` as four bytes, most significant first.
-void StoreBigEndian(std::uint32_t value, unsigned char* out) {
-  const unsigned char bytes[4] = {static_cast<unsigned char>(value >> 24), static_cast<unsigned char>(value >> 16),
-                                  static_cast<unsigned char>(value >> 8), static_cast<unsigned char>(value)};
-  std::memcpy(out, bytes, 4);
-}
 
 char* EncodeWholeGroups(const unsigned char* __restrict data, int groups, char* __restrict out) {
   for (int g = 0; g < groups; ++g, data += 3, out += 4) {
@@ -80,8 +86,8 @@ char* EncodeTail(const unsigned char* data, int count, char* out) {
   return out;
 }
 
-/// The 24 bits of the four characters at `s`, with kNotInAlphabet set when
-/// one of them is outside the alphabet.
+/// The 24 bits of the four characters at `s` in memory order, with
+/// kNotInAlphabet set when one of them is outside the alphabet.
 std::uint32_t GroupBits(const unsigned char* s) {
   return g_base64.Decode(0, s[0]) | g_base64.Decode(1, s[1]) | g_base64.Decode(2, s[2]) | g_base64.Decode(3, s[3]);
 }
@@ -98,15 +104,15 @@ void DecodeWholeGroups(const unsigned char*& text, const unsigned char* end, uns
     const std::uint32_t v0 = GroupBits(s);
     const std::uint32_t v1 = GroupBits(s + 4);
     if ((v0 | v1) & kNotInAlphabet) break;
-    StoreBigEndian(v0 << 8, o);
-    StoreBigEndian(v1 << 8, o + 3);
+    std::memcpy(o, &v0, 4);
+    std::memcpy(o + 3, &v1, 4);
     s += 8;
     o += 6;
   }
   while (end - s >= 4) {
     const std::uint32_t v = GroupBits(s);
     if (v & kNotInAlphabet) break;
-    StoreBigEndian(v << 8, o);
+    std::memcpy(o, &v, 4);
     s += 4;
     o += 3;
   }
@@ -124,7 +130,9 @@ unsigned char* DecodeTail(const unsigned char* text, const unsigned char* end, u
     if (part & kNotInAlphabet) break;
     v |= part;
   }
-  for (int b = 0; b < k - 1; ++b) *out++ = static_cast<unsigned char>(v >> (16 - 8 * b));
+  unsigned char bytes[4];
+  std::memcpy(bytes, &v, 4);
+  for (int b = 0; b < k - 1; ++b) *out++ = bytes[b];
   return out;
 }
 

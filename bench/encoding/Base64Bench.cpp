@@ -21,10 +21,14 @@ namespace {
 
 constexpr char kAlphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
+// The references fill a CCA_String through GetBuffer/ReleaseBuffer as ours
+// does, so every coder pays the same one allocation for its result.
+
 // One output character per step, from a bit accumulator.
-std::string PlainEncode(const unsigned char* data, std::size_t length) {
-  std::string out;
-  out.reserve((length + 2) / 3 * 4);
+CCA_String PlainEncode(const unsigned char* data, std::size_t length) {
+  CCA_String result;
+  char* const begin = result.GetBuffer(static_cast<int>((length + 2) / 3 * 4));
+  char* out = begin;
   std::uint32_t bits = 0;
   int count = 0;
   for (std::size_t i = 0; i < length; ++i) {
@@ -32,24 +36,26 @@ std::string PlainEncode(const unsigned char* data, std::size_t length) {
     count += 8;
     while (count >= 6) {
       count -= 6;
-      out.push_back(kAlphabet[(bits >> count) & 63]);
+      *out++ = kAlphabet[(bits >> count) & 63];
     }
   }
-  if (count > 0) out.push_back(kAlphabet[(bits << (6 - count)) & 63]);
-  while (out.size() % 4 != 0) out.push_back('=');
-  return out;
+  if (count > 0) *out++ = kAlphabet[(bits << (6 - count)) & 63];
+  while ((out - begin) % 4 != 0) *out++ = '=';
+  result.ReleaseBuffer(static_cast<int>(out - begin));
+  return result;
 }
 
 // One input character per step, through a lookup table.
-std::string PlainDecode(const char* text, std::size_t length) {
+CCA_String PlainDecode(const char* text, std::size_t length) {
   static const auto table = [] {
     std::array<int, 256> t;
     t.fill(-1);
     for (int i = 0; i < 64; ++i) t[static_cast<unsigned char>(kAlphabet[i])] = i;
     return t;
   }();
-  std::string out;
-  out.reserve(length - length / 4);
+  CCA_String result;
+  char* const begin = result.GetBuffer(static_cast<int>(length - length / 4));
+  char* out = begin;
   std::uint32_t bits = 0;
   int count = 0;
   for (std::size_t i = 0; i < length; ++i) {
@@ -59,28 +65,31 @@ std::string PlainDecode(const char* text, std::size_t length) {
     count += 6;
     if (count >= 8) {
       count -= 8;
-      out.push_back(static_cast<char>((bits >> count) & 0xFF));
+      *out++ = static_cast<char>((bits >> count) & 0xFF);
     }
   }
-  return out;
+  result.ReleaseBuffer(static_cast<int>(out - begin));
+  return result;
 }
 
-std::string Libb64Encode(const unsigned char* data, std::size_t length) {
-  std::string out(2 * length + 16, '\0');  // room for its line breaks
+CCA_String Libb64Encode(const unsigned char* data, std::size_t length) {
+  CCA_String result;
+  char* const out = result.GetBuffer(static_cast<int>(2 * length + 16));  // room for its line breaks
   base64_encodestate state;
   base64_init_encodestate(&state);
-  int n = base64_encode_block(reinterpret_cast<const char*>(data), static_cast<int>(length), &out[0], &state);
-  n += base64_encode_blockend(&out[n], &state);
-  out.resize(static_cast<std::size_t>(n));
-  return out;
+  int n = base64_encode_block(reinterpret_cast<const char*>(data), static_cast<int>(length), out, &state);
+  n += base64_encode_blockend(out + n, &state);
+  result.ReleaseBuffer(n);
+  return result;
 }
 
-std::string Libb64Decode(const char* text, std::size_t length) {
-  std::string out(length, '\0');
+CCA_String Libb64Decode(const char* text, std::size_t length) {
+  CCA_String result;
+  char* const out = result.GetBuffer(static_cast<int>(length));
   base64_decodestate state;
   base64_init_decodestate(&state);
-  out.resize(static_cast<std::size_t>(base64_decode_block(text, static_cast<int>(length), &out[0], &state)));
-  return out;
+  result.ReleaseBuffer(base64_decode_block(text, static_cast<int>(length), out, &state));
+  return result;
 }
 
 std::string RandomBytes(std::size_t length) {
@@ -105,9 +114,10 @@ template <typename Coder>
 void RegisterDecode(const std::string& name, std::size_t length, Coder coder) {
   benchmark::RegisterBenchmark(name.c_str(), [length, coder](benchmark::State& state) {
     const std::string bytes = RandomBytes(length);
-    const std::string text = PlainEncode(Data(bytes), bytes.size());
-    for (auto _ : state) benchmark::DoNotOptimize(coder(text.data(), text.size()));
-    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+    const CCA_String text = PlainEncode(Data(bytes), bytes.size());
+    const auto size = static_cast<std::size_t>(text.GetLength());
+    for (auto _ : state) benchmark::DoNotOptimize(coder(text.c_str(), size));
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * size));
   });
 }
 

@@ -11,20 +11,16 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);  // ends at its first NUL for the parser
   unsigned int color = 0xDEADBEEF, space = 77;
-  if (!ParseColorString(text.c_str(), color, space)) {
-    if (color != 0xDEADBEEF || space != 77) std::abort();
-    return 0;
-  }
+  const bool parsed = ParseColorString(text.c_str(), color, space);
+  if (!parsed && (color != 0xDEADBEEF || space != 77)) std::abort();
+  if (!parsed) return 0;
   if (space < 1 || space > 3) std::abort();
   std::string hex = "unchanged";
-  if (!ParseColorByte(color, space, hex)) {
-    if (space == 2 || hex != "unchanged") std::abort();
-    return 0;
-  }
+  const bool written = ParseColorByte(color, space, hex);
+  if (written != (space == 2) || (!written && hex != "unchanged")) std::abort();
+  if (!written) return 0;
   unsigned int back = 0, backSpace = 0;
-  if (hex.size() != 7 || !ParseColorString(hex.c_str(), back, backSpace) || backSpace != 2 ||
-      back != (color & 0x00FFFFFF)) {
-    std::abort();
-  }
+  const bool parsedBack = ParseColorString(hex.c_str(), back, backSpace);
+  if (hex.size() != 7 || !parsedBack || backSpace != 2 || back != (color & 0x00FFFFFF)) std::abort();
   return 0;
 }

@@ -13,14 +13,10 @@
 
 namespace {
 
-bool IsScalarValue(wchar_t c) {
-  const auto v = static_cast<std::uint32_t>(c);
-  return v <= 0x10FFFF && (v < 0xD800 || v > 0xDFFF);
-}
-
 void CheckScalarValues(const CCA_WString& wide) {
   for (int i = 0; i < wide.GetLength(); ++i) {
-    if (!IsScalarValue(wide[i])) std::abort();
+    const auto v = static_cast<std::uint32_t>(wide[i]);
+    if (v > 0x10FFFF || (v >= 0xD800 && v <= 0xDFFF)) std::abort();
   }
 }
 
@@ -33,8 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (wide.GetLength() > length) std::abort();
   CheckScalarValues(wide);
   const CCA_String utf8 = CCA_StringConverter::unicode_to_utf8(wide, wide.GetLength());
-  const CCA_WString again = CCA_StringConverter::utf8_to_unicode(utf8, utf8.GetLength());
-  if (again != wide) std::abort();
+  if (CCA_StringConverter::utf8_to_unicode(utf8, utf8.GetLength()) != wide) std::abort();
 
   std::vector<wchar_t> units(size / sizeof(wchar_t));
   if (!units.empty()) std::memcpy(units.data(), data, units.size() * sizeof(wchar_t));

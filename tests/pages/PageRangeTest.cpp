@@ -14,103 +14,59 @@ Pages Contents(const CCA_ArrayTemplate<int>& array) {
   return Pages(array.GetData(), array.GetData() + array.GetSize());
 }
 
-Pages Parse(Parser parser, const char* text, int pageCount, int offset = 0) {
-  CCA_ArrayTemplate<int> pages;
-  parser(text, pageCount, pages, offset);
-  return Contents(pages);
-}
-
-struct ListCase {
+struct Case {
   const char* text;
   Pages expected;
+  int pageCount = 10;
+  int offset = 0;
 };
 
-const Pages kAllOfTen = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+void ExpectAll(Parser parser, const std::vector<Case>& cases) {
+  for (const Case& c : cases) {
+    CCA_ArrayTemplate<int> pages;
+    parser(c.text, c.pageCount, pages, c.offset);
+    EXPECT_EQ(Contents(pages), c.expected) << (c.text ? c.text : "(null)") << " of " << c.pageCount;
+  }
+}
+
+const Pages kAllOfTen = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, kEven = {1, 3, 5, 7, 9}, kOdd = {0, 2, 4, 6, 8};
 
 TEST(ParsePageIndexRange, ReadsKeywordsAndLists) {
-  const ListCase cases[] = {
-      {nullptr, kAllOfTen},
-      {"", kAllOfTen},
-      {"all", kAllOfTen},
-      {"ALL", kAllOfTen},
-      {"All", kAllOfTen},
-      {"even", {1, 3, 5, 7, 9}},
-      {"EVEN", {1, 3, 5, 7, 9}},
-      {"Even", {1, 3, 5, 7, 9}},
-      {"odd", {0, 2, 4, 6, 8}},
-      {"ODD", {0, 2, 4, 6, 8}},
-      {"Odd", {0, 2, 4, 6, 8}},
-      {"0,2,4-6", {0, 2, 4, 5, 6}},
-      {" 1 , 3 - 5 ", {1, 3, 4, 5}},
-      {"3,1", {3}},
-      {"3,3", {3}},
-      {"1-3,2-5", {1, 2, 3}},
-      {"1-3,3", {1, 2, 3}},
-      {"1-3,4", {1, 2, 3, 4}},
-      {"8-12", {8, 9}},
-      {"9,10,11", {9}},
-      {"1,,5", {1}},
-      {",1", {}},
-      {"1,2,", {1, 2}},
-      {"2-2", {}},
-      {"5-", {}},
-      {"5-,6", {}},
-      {"-2", {}},
-      {"-", {0}},
-      {"4-2", {}},
-      {"aLL", {0}},
-      {" all", {0}},
-      {"Even ", {0}},
-      {"x", {0}},
-      {"1-3-5", {1, 2, 3, 4, 5}},
-      {"2x-4y", {2, 3, 4}},
-      {" -3", {0, 1, 2, 3}},  // the dash is not the first character: a range from 0
-      {"+2", {2}},
-      {"0-4294967298", {0, 1, 2}},  // the end wraps modulo 2^32
-      {"7-2147483647", {7, 8, 9}},
-  };
-  for (const ListCase& c : cases) {
-    EXPECT_EQ(Parse(ParsePageIndexRange, c.text, 10), c.expected) << (c.text ? c.text : "(null)");
-  }
+  ExpectAll(ParsePageIndexRange, {
+      {nullptr, kAllOfTen}, {"", kAllOfTen}, {"all", kAllOfTen}, {"ALL", kAllOfTen}, {"All", kAllOfTen},
+      {"even", kEven}, {"EVEN", kEven}, {"Even", kEven}, {"odd", kOdd}, {"ODD", kOdd}, {"Odd", kOdd},
+      // Other spellings and surrounding spaces are not keywords but a list.
+      {"aLL", {0}}, {" all", {0}}, {"Even ", {0}}, {"x", {0}},
+      {"0,2,4-6", {0, 2, 4, 5, 6}}, {" 1 , 3 - 5 ", {1, 3, 4, 5}}, {"1-3-5", {1, 2, 3, 4, 5}}, {"2x-4y", {2, 3, 4}},
+      // Early ends: a value not above the last, a page past the count, an empty token, a bad range.
+      {"3,1", {3}}, {"3,3", {3}}, {"1-3,2-5", {1, 2, 3}}, {"1-3,3", {1, 2, 3}}, {"1-3,4", {1, 2, 3, 4}},
+      {"8-12", {8, 9}}, {"9,10,11", {9}}, {"1,,5", {1}}, {",1", {}}, {"1,2,", {1, 2}}, {"0-5", {0}, 1},
+      {"2-2", {}}, {"5-", {}}, {"5-,6", {}}, {"-2", {}}, {"-", {0}}, {"4-2", {}}, {"1,2", {1, 2}, 10, 100},
+      // A dash after a space makes a range from 0; an end past int wraps modulo 2^32.
+      {" -3", {0, 1, 2, 3}}, {"+2", {2}}, {"0-4294967298", {0, 1, 2}}, {"7-2147483647", {7, 8, 9}},
+  });
 }
 
 TEST(ParsePageNumberRange, ReadsOneBasedNumbers) {
-  const ListCase cases[] = {
-      {"1,3-4", {0, 2, 3}}, {"10", {9}},       {"0", {}},         {"11", {}},
-      {"0-3", {}},          {"1-3,3", {0, 1, 2}}, {"9-12", {8, 9}}, {"even", {1, 3, 5, 7, 9}},
-      {"odd", {0, 2, 4, 6, 8}}, {"all", kAllOfTen}, {"-1", {}},   {"2,1", {1}},
-  };
-  for (const ListCase& c : cases) EXPECT_EQ(Parse(ParsePageNumberRange, c.text, 10), c.expected) << c.text;
+  ExpectAll(ParsePageNumberRange, {
+      {"1,3-4", {0, 2, 3}}, {"10", {9}}, {"0", {}}, {"11", {}}, {"0-3", {}}, {"1-3,3", {0, 1, 2}},
+      {"9-12", {8, 9}}, {"-1", {}}, {"2,1", {1}}, {"1-5", {0, 1}, 2}, {"1,2", {0, 1}, 10, 100},
+  });
 }
 
-TEST(PageRanges, OffsetMovesEvenAndOddOnly) {
+// The offset moves even and odd only; page counts below 1, 1 and 2.
+TEST(PageRanges, KeywordsWithOffsetsAndSmallCounts) {
   for (Parser parser : {ParsePageIndexRange, ParsePageNumberRange}) {
-    EXPECT_EQ(Parse(parser, "odd", 10, 100), Pages({100, 102, 104, 106, 108}));
-    EXPECT_EQ(Parse(parser, "even", 10, 100), Pages({101, 103, 105, 107, 109}));
-    EXPECT_EQ(Parse(parser, "even", 10, -1), Pages({0, 2, 4, 6, 8}));
-    EXPECT_EQ(Parse(parser, "all", 10, 100), kAllOfTen);
-    EXPECT_EQ(Parse(parser, nullptr, 3, 100), Pages({0, 1, 2}));
-    EXPECT_EQ(Parse(parser, "odd", 2, INT_MAX), Pages({INT_MAX}));
-  }
-  EXPECT_EQ(Parse(ParsePageIndexRange, "1,2", 10, 100), Pages({1, 2}));
-  EXPECT_EQ(Parse(ParsePageNumberRange, "1,2", 10, 100), Pages({0, 1}));
-}
-
-TEST(PageRanges, SmallPageCounts) {
-  for (Parser parser : {ParsePageIndexRange, ParsePageNumberRange}) {
+    ExpectAll(parser, {
+        {"odd", {100, 102, 104, 106, 108}, 10, 100}, {"even", {101, 103, 105, 107, 109}, 10, 100},
+        {"even", kOdd, 10, -1}, {"all", kAllOfTen, 10, 100}, {nullptr, {0, 1, 2}, 3, 100},
+        {"odd", {INT_MAX}, 2, INT_MAX}, {"even", {}, 1, 7}, {"odd", {7}, 1, 7}, {"all", {0}, 1},
+        {"even", {1}, 2}, {"odd", {0}, 2}, {"all", {0, 1}, 2},
+    });
     for (const char* text : {"all", "even", "odd", "1", "0-1", static_cast<const char*>(nullptr)}) {
-      EXPECT_EQ(Parse(parser, text, 0), Pages()) << (text ? text : "(null)");
-      EXPECT_EQ(Parse(parser, text, -5), Pages()) << (text ? text : "(null)");
+      ExpectAll(parser, {{text, {}, 0}, {text, {}, -5}});
     }
-    EXPECT_EQ(Parse(parser, "even", 1, 7), Pages());
-    EXPECT_EQ(Parse(parser, "odd", 1, 7), Pages({7}));
-    EXPECT_EQ(Parse(parser, "all", 1), Pages({0}));
-    EXPECT_EQ(Parse(parser, "even", 2), Pages({1}));
-    EXPECT_EQ(Parse(parser, "odd", 2), Pages({0}));
-    EXPECT_EQ(Parse(parser, "all", 2), Pages({0, 1}));
   }
-  EXPECT_EQ(Parse(ParsePageIndexRange, "0-5", 1), Pages({0}));
-  EXPECT_EQ(Parse(ParsePageNumberRange, "1-5", 2), Pages({0, 1}));
 }
 
 TEST(PageRanges, AppendAfterExistingContent) {
@@ -131,9 +87,7 @@ TEST(FillPageArray, AppendsPagesInRange) {
   EXPECT_FALSE(callback.DoSomething(3));
   EXPECT_TRUE(callback.DoSomething(-1));  // every page
   EXPECT_EQ(Contents(pages), Pages({2, 0, 0, 1, 2}));
-
-  IDoSomething plain;
-  EXPECT_TRUE(plain.DoSomething(12345));
+  EXPECT_TRUE(IDoSomething().DoSomething(12345));
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 namespace vxbase_utf8 {
 namespace {
 
-constexpr wchar_t kReplacement = 0xFFFD;
+constexpr std::uint32_t kReplacement = 0xFFFD;
 constexpr std::uint64_t kHighBits = 0x8080808080808080ull;
 
 // Where wide characters are 32 bits and SSE2 is there, runs of ASCII move 16
@@ -102,7 +102,7 @@ void SecondByteRange(unsigned char lead, unsigned char& low, unsigned char& high
 /// Decodes one multi-byte sequence at `s` (lead byte >= 0x80), ill-formed
 /// ones included; stores the code point or U+FFFD and returns the number of
 /// bytes consumed.
-int DecodeSequence(const unsigned char* s, int available, wchar_t& out) {
+int DecodeSequence(const unsigned char* s, int available, std::uint32_t& out) {
   const unsigned char lead = s[0];
   int need;
   std::uint32_t cp;
@@ -122,8 +122,22 @@ int DecodeSequence(const unsigned char* s, int available, wchar_t& out) {
     cp = (cp << 6) | (b & 0x3F);
     ++used;
   }
-  out = static_cast<wchar_t>(cp);
+  out = cp;
   return used;
+}
+
+/// Appends `cp` to `out` at `n`. Where wide characters are 16 bits a code
+/// point past U+FFFF becomes a surrogate pair: two units for the four bytes
+/// of its sequence, so the output still takes at most one unit per byte.
+void StoreCodePoint(std::uint32_t cp, wchar_t* out, int& n) {
+  if constexpr (sizeof(wchar_t) == 2) {
+    if (cp >= 0x10000) {
+      out[n++] = static_cast<wchar_t>(0xD800 + ((cp - 0x10000) >> 10));
+      out[n++] = static_cast<wchar_t>(0xDC00 + (cp & 0x3FF));
+      return;
+    }
+  }
+  out[n++] = static_cast<wchar_t>(cp);
 }
 
 bool IsHighSurrogate(std::uint32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
@@ -233,7 +247,9 @@ int Decode(const char* text, int length, wchar_t* out) {
     DecodeAsciiRun(s, length, out, i, n);
     DecodeThreeByteRun(s, length, out, i, n);
     if (i < length && s[i] >= 0x80) {
-      i += DecodeSequence(s + i, length - i, out[n++]);
+      std::uint32_t cp;
+      i += DecodeSequence(s + i, length - i, cp);
+      StoreCodePoint(cp, out, n);
     }
   }
   return n;

@@ -5,7 +5,8 @@ namespace vxbase_utf8 {
 
 /// Decodes `length` bytes (no NUL among them) into `out`, which has room for
 /// `length` wide characters; returns the number written. Ill-formed
-/// sequences become one U+FFFD per maximal invalid subpart.
+/// sequences become one U+FFFD per maximal invalid subpart; where wchar_t is
+/// 16 bits, code points past U+FFFF become surrogate pairs.
 int Decode(const char* text, int length, wchar_t* out);
 
 /// An upper bound of the UTF-8 size of `length` wide characters.
