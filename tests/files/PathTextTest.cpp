@@ -1,3 +1,5 @@
+// Path text, temporary names and module locations.
+
 #include <vxutility/FileUtils.h>
 
 #include <gtest/gtest.h>
@@ -64,8 +66,7 @@ TEST(MakeTempFilename, PrefixSecondsSuffixKeptWhole) {
 }
 
 // The test program links the shared library like any caller, so that it is
-// a loaded module.
-/// The directory as the lookups give it: resolved, with the separator.
+// a loaded module. The lookups give a resolved directory ending with "/".
 std::string Resolved(const char* directory) { return std::filesystem::canonical(directory).string() + "/"; }
 
 TEST(ModulePath, LoadedLibrariesAreFoundByTheirWholeName) {

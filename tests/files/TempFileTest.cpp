@@ -21,7 +21,7 @@ TEST_F(TempFileTest, NameHasEveryPartThatIsTurnedOn) {
     if (mask & 8) temp.setSuffix("p1");
     if (mask & 16) temp.setFileExt(".png");
     temp.generateFilePath();
-    temp.setSuffix("later");
+    temp.setSuffix("later");  // too late: the path is made once
     temp.generateFilePath();
     const std::string pattern = std::string("D:\\\\work") + (mask & 4 ? "scan_" : "") +
                                 (mask & 1 ? std::to_string(getpid()) + "_" : "") + (mask & 2 ? "[0-9]{5}" : "") +
