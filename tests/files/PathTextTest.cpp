@@ -1,163 +1,80 @@
+// Path text, temporary names and module locations.
+
 #include <vxutility/FileUtils.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <ctime>
-
-namespace {
+#include <filesystem>
+#include <tuple>
 
 TEST(PathSeparators, EverySeparatorIsReplaced) {
-  EXPECT_EQ(ConvertPathSep("a\\b/c", '|'), "a|b|c");
-  EXPECT_EQ(ConvertPathSep("//x\\\\", '\\'), "\\\\x\\\\");
+  EXPECT_EQ(ConvertPathSep("//x\\\\", '|'), "||x||");
   EXPECT_EQ(ConvertPathSep(static_cast<const char*>(nullptr), '|'), "");
-  EXPECT_EQ(ConvertPathSep("", '|'), "");
-
   char buffer[] = "a\\b/c";
-  EXPECT_EQ(ConvertPathSep(buffer, '|'), buffer);
-  EXPECT_STREQ(buffer, "a|b|c");
-  EXPECT_EQ(ConvertPathSep(static_cast<char*>(nullptr), '|'), nullptr);
-  char empty[] = "";
-  EXPECT_EQ(ConvertPathSep(empty, '|'), empty);
-
-  std::string text = "a\\b/c";
-  ConvertPathSep(text, '|');
-  EXPECT_EQ(text, "a|b|c");
-}
-
-TEST(PathSeparators, NativeIsSlashOnThisPlatform) {
-  EXPECT_EQ(ToNativePathSep("a\\b/c"), "a/b/c");
-  EXPECT_EQ(ToNativePathSep(static_cast<const char*>(nullptr)), "");
-  char buffer[] = "x\\y";
-  EXPECT_STREQ(ToNativePathSep(buffer), "x/y");
-  std::string text = "\\root\\dir";
-  ToNativePathSep(text);
-  EXPECT_EQ(text, "/root/dir");
+  EXPECT_EQ(ToNativePathSep(buffer), buffer);
+  EXPECT_STREQ(buffer, "a/b/c");
 }
 
 TEST(PathJoin, ExactlyOneSeparatorBetweenParts) {
-  const struct {
-    std::string joined;
-    const char* expected;
-  } cases[] = {
-      {PathJoin("a", "b", nullptr), "a/b"},
-      {PathJoin("a/", "/b", nullptr), "a/b"},
+  const std::pair<std::string, const char*> cases[] = {
       {PathJoin("a\\", "\\b", nullptr), "a\\b"},
-      {PathJoin("", "/b", nullptr), "/b"},             // first part kept as it is
-      {PathJoin(nullptr, "\\b", nullptr), "\\b"},
-      {PathJoin("a", "//b", nullptr), "a//b"},         // only one leading separator dropped
-      {PathJoin("a", "", "c", nullptr), "a/c"},
-      {PathJoin("a", nullptr, "c", nullptr), "a/c"},   // a null part is skipped, the list goes on
-      {PathJoin("C:\\data\\", "/sub", "file.txt", nullptr), "C:\\data\\sub/file.txt"},
-      {PathJoin("a", "b", "c", "d/", nullptr), "a/b/c/d/"},
-      {PathJoin("a//b", "c", nullptr), "a//b/c"},      // inner separators untouched
-      {PathJoin("", "", nullptr), ""},
+      {PathJoin("", "/b", nullptr), "/b"},                // first part kept as it is
+      {PathJoin("a", "//b", nullptr), "a//b"},            // only one leading separator dropped
+      {PathJoin("a", nullptr, "", "c", nullptr), "a/c"},  // skipped, not an end
+      {PathJoin("a/", "/b", "c", "d/", nullptr), "a/b/c/d/"},
       {PathJoin(nullptr, nullptr, nullptr), ""},
-      {PathJoin("/", "/", nullptr), "/"},
   };
-  for (const auto& c : cases) EXPECT_EQ(c.joined, c.expected);
+  for (const auto& [joined, expected] : cases) EXPECT_EQ(joined, expected);
 }
 
-/// A function that answers with a pointer into its path argument.
-struct PointerCase {
-  const char* path;
-  int length;
-  int offset;  // where the result points into `path`; -1: an empty text
-};
+/// `result` points `offset` bytes into `path`, or is an empty text for -1.
+bool PointsAt(const char* result, const char* path, int offset) {
+  return offset < 0 ? *result == '\0' : result == path + offset;
+}
 
-void ExpectPointsAt(const char* result, const PointerCase& c) {
-  SCOPED_TRACE(c.path);
-  if (c.offset < 0) {
-    EXPECT_STREQ(result, "");
-  } else {
-    EXPECT_EQ(result, c.path + c.offset);
+TEST(PathParts, ExtensionNameAndNameWithExtension) {
+  // path, length, extension's offset, name, offset of the name with extension
+  const std::tuple<const char*, int, int, const char*, int> cases[] = {
+      {"C:\\dir\\report.pdf", -1, 13, "report", 7},
+      {"dir/file.tar.gz", -1, 12, "file.tar", 4},
+      {"noext", -1, -1, "noext", -1},
+      {"/.hidden", -1, 1, "", 1},
+      {"a.b/cd", 5, 1, "c", 4},             // the dot scan does not stop at a separator
+      {"dir\\", -1, -1, "", 4},             // points at the path's NUL
+      {"name.txt", 4, -1, "name", -1},
+      {"name.txt.bak", 8, 4, "name", -1},   // the extension runs on to the NUL
+      {"a/b\\c.txt", 3, -1, "b", 2},
+      {"a.b\0.c", 6, 1, "a", -1},           // an explicit length stops at a NUL
+      {nullptr, -1, -1, "", -1},
+  };
+  for (const auto& [path, length, ext, name, nameWithExt] : cases) {
+    SCOPED_TRACE(testing::Message() << (path ? path : "null") << " length " << length);
+    EXPECT_TRUE(PointsAt(GetFileExt(path, length), path, ext));
+    EXPECT_EQ(GetFileName(path, length), name);
+    EXPECT_TRUE(PointsAt(GetFileNameWithExt(path, length), path, nameWithExt));
   }
 }
 
-TEST(PathParts, FileExtPointsIntoThePath) {
-  const PointerCase cases[] = {
-      {"archive.tar.gz", -1, 11},
-      {"noext", -1, -1},
-      {"name.txt", 4, -1},        // only "name" is looked at
-      {"name.txt", 5, 4},
-      {"name.txt.bak", 8, 4},     // result runs on to the NUL: ".txt.bak"
-      {"a.b/c", -1, 1},           // the scan does not stop at a separator
-      {".hidden", -1, 0},
-      {"dir/", -1, -1},
-      {"x.", -1, 1},
-      {"", -1, -1},
-      {"a.b\0.c", 6, 1},          // an explicit length stops at a NUL
-  };
-  for (const PointerCase& c : cases) ExpectPointsAt(GetFileExt(c.path, c.length), c);
-  EXPECT_STREQ(GetFileExt(nullptr, -1), "");
-}
-
-TEST(PathParts, FileNameIsTheLastComponentWithoutExtension) {
-  const struct {
-    const char* path;
-    int length;
-    const char* expected;
-  } cases[] = {
-      {"C:\\dir\\report.pdf", -1, "report"},
-      {"/report", -1, "report"},
-      {"dir/report", -1, "report"},
-      {"report", -1, "report"},
-      {".hidden", -1, ""},
-      {"dir/file.tar.gz", -1, "file.tar"},
-      {"a.b/c", -1, "c"},         // a dot before the separator is no extension
-      {"a.b\\c.d", -1, "c"},
-      {"dir/", -1, ""},
-      {"dir\\", -1, ""},
-      {"dir/report.pdf", 10, "report"},
-      {"dir/report.pdf", 12, "report"},
-      {"dir/report.pdf", 3, "dir"},
-      {"dir/report.pdf", 0, ""},
-      {"", -1, ""},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.path);
-    EXPECT_EQ(GetFileName(c.path, c.length), c.expected);
-  }
-  EXPECT_EQ(GetFileName(nullptr, -1), "");
-}
-
-TEST(PathParts, FileNameWithExtNeedsASeparator) {
-  const PointerCase cases[] = {
-      {"C:\\dir\\report.pdf", -1, 7},
-      {"/a/b.txt", -1, 3},
-      {"report.pdf", -1, -1},
-      {"dir/", -1, 4},             // points at the path's NUL
-      {"a/b\\c.txt", 3, 2},        // "b\\c.txt": only the first 3 bytes are searched
-      {"a/b\\c.txt", 1, -1},
-      {"", -1, -1},
-  };
-  for (const PointerCase& c : cases) ExpectPointsAt(GetFileNameWithExt(c.path, c.length), c);
-  EXPECT_STREQ(GetFileNameWithExt(nullptr, -1), "");
-}
-
-TEST(MakeTempFilename, PrefixSecondsSuffix) {
-  const auto before = static_cast<std::uint32_t>(std::time(nullptr));
-  const std::string name = MakeTempFilename("pre_", ".tmp");
-  const std::string bare = MakeTempFilename(nullptr, nullptr);
-  const auto after = static_cast<std::uint32_t>(std::time(nullptr));
-
-  ASSERT_GT(name.size(), 8u);
-  EXPECT_EQ(name.substr(0, 4), "pre_");
-  EXPECT_EQ(name.substr(name.size() - 4), ".tmp");
-  const unsigned long stamp = std::stoul(name.substr(4, name.size() - 8));
-  EXPECT_GE(stamp, before);
-  EXPECT_LE(stamp, after);
-  EXPECT_EQ(bare.find_first_not_of("0123456789"), std::string::npos);
-  EXPECT_LE(std::stoul(bare), after);
-}
-
-TEST(MakeTempFilename, LongTextIsKeptWhole) {
-  const std::string prefix(1500, 'p');
-  const std::string suffix(1500, 's');
+TEST(MakeTempFilename, PrefixSecondsSuffixKeptWhole) {
+  const std::string prefix(1500, 'p'), suffix(1500, 's');
   const std::string name = MakeTempFilename(prefix.c_str(), suffix.c_str());
-  EXPECT_EQ(name.substr(0, prefix.size()), prefix);
-  EXPECT_EQ(name.substr(name.size() - suffix.size()), suffix);
-  EXPECT_GT(name.size(), prefix.size() + suffix.size());
+  const std::string stamp = name.substr(1500, name.size() - 3000);
+  EXPECT_EQ(name, prefix + stamp + suffix);
+  EXPECT_EQ(std::to_string(std::stoul(stamp)), stamp);  // decimal digits only
+  EXPECT_NEAR(std::stod(stamp), static_cast<double>(std::time(nullptr)), 1.0);
 }
 
-}  // namespace
+// The test program links the shared library like any caller, so that it is
+// a loaded module. The lookups give a resolved directory ending with "/".
+std::string Resolved(const char* directory) { return std::filesystem::canonical(directory).string() + "/"; }
+
+TEST(ModulePath, LoadedLibrariesAreFoundByTheirWholeName) {
+  const CCA_String app = GetAppPath();
+  EXPECT_EQ(app.c_str(), Resolved(FILES_TEST_DIR));
+  EXPECT_EQ(GetDllPath("libvxutility.so.5").c_str(), Resolved(VXUTILITY_LIBRARY_DIR));
+  EXPECT_EQ(GetDllPath(VXUTILITY_LIBRARY_FILE), GetDllPath("libvxutility.so.5"));  // a full path names it too
+  EXPECT_EQ(GetDllPath(nullptr), app);
+  EXPECT_EQ(GetDllPath("libno-such-module.so"), app);
+  EXPECT_EQ(GetDllPath("libvxutility.so"), app);  // names are matched whole
+}

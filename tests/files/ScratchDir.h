@@ -7,62 +7,38 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
-#include <unistd.h>
+namespace fs = std::filesystem;
 
 class ScratchDirTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    std::string pattern = (std::filesystem::temp_directory_path() / "vxfiles-XXXXXX").string();
+    std::string pattern = (fs::temp_directory_path() / "vxfiles-XXXXXX").string();
     ASSERT_NE(mkdtemp(pattern.data()), nullptr);
     root_ = pattern + "/";
   }
 
-  void TearDown() override {
-    std::error_code error;
-    std::filesystem::permissions(root_, std::filesystem::perms::owner_all,
-                                 std::filesystem::perm_options::add, error);
-    std::filesystem::remove_all(root_, error);
-  }
+  void TearDown() override { fs::remove_all(root_); }
 
   /// `name` inside the scratch directory.
   std::string Path(const std::string& name) const { return root_ + name; }
 
-  /// Writes `bytes` to `name` and returns its path.
-  std::string WriteFile(const std::string& name, const std::string& bytes) const {
-    const std::string path = Path(name);
-    std::ofstream(path, std::ios::binary) << bytes;
-    return path;
-  }
-
-  std::string MakeDir(const std::string& name) const {
-    const std::string path = Path(name);
-    std::filesystem::create_directories(path);
-    return path;
-  }
-
-  static bool Exists(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::exists(path, error);
+  /// Writes `bytes` to `name`, gives it `mode` and returns its path.
+  std::string WriteFile(const std::string& name, const std::string& bytes, int mode = 0644) const {
+    std::ofstream(Path(name), std::ios::binary) << bytes;
+    fs::permissions(Path(name), fs::perms(mode));
+    return Path(name);
   }
 
   static std::string ReadFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    return std::string(std::istreambuf_iterator<char>(in), {});
   }
 
   /// Every entry below the scratch directory, to see that nothing was left.
-  std::size_t EntryCount() const {
-    std::size_t count = 0;
-    for (auto it = std::filesystem::recursive_directory_iterator(root_);
-         it != std::filesystem::recursive_directory_iterator(); ++it) {
-      ++count;
-    }
-    return count;
-  }
-
-  static bool RunningAsRoot() { return geteuid() == 0; }
+  long EntryCount() const { return std::distance(fs::recursive_directory_iterator(root_), {}); }
 
   std::string root_;
 };
