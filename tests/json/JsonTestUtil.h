@@ -7,16 +7,24 @@
 
 #include <vxutility/VXJsonFactory.h>
 
+using JsonPtr = VXSharedPtr<VXJson>;
+using ConstJsonPtr = VXSharedPtr<const VXJson>;
+
 /// Parses NUL-terminated text that the test knows to be valid.
 inline VXSharedPtr<VXJson> Parse(const char* text) {
   return VXJsonFactory::ParseJsonString(text, 0xFFFFFFFFu, nullptr);
 }
 
-inline std::string Text(const VXSharedPtr<VXJson>& value) {
-  return std::string(value->ToJsonString().c_str());
+/// The single element of `[text]`, kept alive by a clone of it.
+inline VXSharedPtr<VXJson> Element(const std::string& text) {
+  return Parse(("[" + text + "]").c_str())->GetAt(0)->Clone();
 }
-inline std::string Text(const VXSharedPtr<const VXJson>& value) {
-  return std::string(value->ToJsonString().c_str());
+
+inline std::string Str(const CCA_String& text) { return text.c_str(); }
+
+template <typename T>
+std::string Text(const VXSharedPtr<T>& value) {
+  return Str(value->ToJsonString());
 }
 
 /// Runs `action` and returns what it printed on standard output.
