@@ -18,7 +18,7 @@ constexpr float kInf = std::numeric_limits<float>::infinity();
 constexpr int kIntMin = -2147483647 - 1;
 
 struct ScalarRow {
-  const char* element;  // nullptr: a handle without a block; "": a counted null; "=x": the double strtod(x)
+  const char* element;  // nullptr: a handle without a block; "": a counted null
   VXJsonType type;
   int asInt;
   unsigned int asUint;
@@ -36,8 +36,6 @@ const ScalarRow kRows[] = {
     {"-5000000000", VXJsonType_Int64, -1, 0, 0.0f, 0.0, false, ""},
     {"-7.9", VXJsonType_Double, -7, 4294967289u, -7.9f, -7.9, true, "-7.90"},
     {"3.9e9", VXJsonType_Double, kIntMin, 3900000000u, 3.9e9f, 3.9e9, true, "3900000000.00"},
-    {"-1.0", VXJsonType_Double, -1, 4294967295u, -1.0f, -1.0, true, "-1.00"},
-    {"1e20", VXJsonType_Double, kIntMin, 0, 1e20f, 1e20, true, "100000000000000000000.00"},
     {"1e18", VXJsonType_Double, kIntMin, 2808348672u, 1e18f, 1e18, true, "1000000000000000000.00"},
     {"1e19", VXJsonType_Double, kIntMin, 0, 1e19f, 1e19, true, "10000000000000000000.00"},
     {"1e300", VXJsonType_Double, kIntMin, 0, kInf, 1e300, true, nullptr},
@@ -55,7 +53,6 @@ const ScalarRow kRows[] = {
     {"\"true\"", VXJsonType_String, 0, 0, 0.0f, 0.0, true, "true"},
     {"\"TRUE\"", VXJsonType_String, 0, 0, 0.0f, 0.0, false, "TRUE"},
     {"\"true \"", VXJsonType_String, 0, 0, 0.0f, 0.0, false, "true "},
-    {"\"1\"", VXJsonType_String, 1, 1, 1.0f, 1.0, false, "1"},
     {"true", VXJsonType_Boolean, 1, 1, 1.0f, 1.0, true, "true"},
     {"false", VXJsonType_Boolean, 0, 0, 0.0f, 0.0, false, "false"},
     {"null", VXJsonType_Null, -1, 0, 0.0f, 0.0, false, ""},
@@ -67,10 +64,7 @@ const ScalarRow kRows[] = {
 
 ConstJsonPtr Value(const char* element) {
   if (element == nullptr || *element == '\0') return element ? ConstJsonPtr(nullptr) : ConstJsonPtr();
-  if (*element != '=') return Element(element);
-  JsonPtr holder = Parse("[]");
-  holder->InsertDoubleAt(0, std::strtod(element + 1, nullptr));
-  return holder->GetAt(0)->Clone();
+  return Element(element);
 }
 
 TEST(JsonHelper, ScalarsConvertByTheTableForEveryKind) {
@@ -150,20 +144,19 @@ TEST(JsonHelper, ArrayReadersKeepTheLowBitsAndAppend) {
 }
 
 TEST(JsonHelper, ArrayBuildersWriteEachElement) {
-  EXPECT_EQ(Text(H::FromIntArray(Of<int>({-1, 2}))), "[-1,2]");
-  EXPECT_EQ(Text(H::FromDWordArray(Of<unsigned int>({4294967295u}))), "[4294967295]");
-  EXPECT_EQ(Text(H::FromWordArray(Of<unsigned short>({65535, 0}))), "[65535,0]");
-  EXPECT_EQ(Text(H::FromByteArray(Of<unsigned char>({255}))), "[255]");
-  EXPECT_EQ(Text(H::FromByteArray(CCA_ArrayTemplate<unsigned char>())), "[]");
+  EXPECT_EQ(Text(H::FromIntArray(Of<int>({-1, 2}))) + Text(H::FromDWordArray(Of<unsigned int>({4294967295u}))),
+            "[-1,2][4294967295]");
+  EXPECT_EQ(Text(H::FromWordArray(Of<unsigned short>({65535, 0}))) + Text(H::FromByteArray(Of<unsigned char>({255}))),
+            "[65535,0][255]");
+  EXPECT_EQ(Text(H::FromByteArray(Of<unsigned char>({}))), "[]");
   EXPECT_EQ(Text(H::FromFloatArray(Of<float>({0.1f}))), "[0.10000000149011612]");
   CCA_ObjArrayTemplate<CCA_String> narrow;
-  narrow.Add(CCA_String("a\"b"));
-  JsonPtr built = H::FromStringArray(narrow);
-  narrow[0] = "changed";
-  EXPECT_EQ(Text(built), "[\"a\\\"b\"]");
   CCA_ObjArrayTemplate<CCA_WString> wide;
+  narrow.Add(CCA_String("a\"b"));
   wide.Add(CCA_WString(L"\u00e9\U0001F600"));
-  EXPECT_EQ(Text(H::FromStringArray(wide)), "[\"\xC3\xA9\xF0\x9F\x98\x80\"]");
+  JsonPtr built = H::FromStringArray(narrow);
+  narrow[0] = "changed";  // the builder copied the text
+  EXPECT_EQ(Text(built) + Text(H::FromStringArray(wide)), "[\"a\\\"b\"][\"\xC3\xA9\xF0\x9F\x98\x80\"]");
 }
 
 TEST(JsonHelper, ColoursRoundTripInEachSpaceAndRefuseUnknownSpaces) {
@@ -184,8 +177,8 @@ TEST(JsonHelper, ColoursRoundTripInEachSpaceAndRefuseUnknownSpaces) {
             "[1,2,3,4][4,3,2][4]");
   unsigned int color = 42;
   for (int space = 0; space <= 4; ++space) {
-    EXPECT_FALSE(H::ToColor(Parse("{\"r\":1}"), static_cast<CA_ColorSpace>(space), color));
-    EXPECT_FALSE(H::ToColor(ConstJsonPtr(), static_cast<CA_ColorSpace>(space), color));
+    const auto cs = static_cast<CA_ColorSpace>(space);
+    EXPECT_FALSE(H::ToColor(Parse("{\"r\":1}"), cs, color) || H::ToColor(ConstJsonPtr(), cs, color)) << space;
   }
   EXPECT_FALSE(H::ToColor(Parse("[1,2,3]"), static_cast<CA_ColorSpace>(4), color) || H::ToRGB(ConstJsonPtr(nullptr), color));
   EXPECT_EQ(color, 42u);
@@ -220,11 +213,9 @@ TEST(JsonHelper, GeometryFromShortAndLongArrays) {
   ASSERT_TRUE(H::ToPoint(Parse("[\"3\", true]"), point) && H::ToMatrix(Parse("[2,0,0,3,10,20,99]"), m));
   ASSERT_TRUE(H::ToPointF(Parse("[1e300, \"-2.5\"]"), gpoint) && H::ToSizeF(Parse("[]"), gsize));
   EXPECT_FALSE(H::ToSize(Parse("{\"w\":1}"), size) || H::ToSize(ConstJsonPtr(), size));
-  EXPECT_EQ(Text(H::FromRect(rect)), "[1,2,-1,-1]");
-  EXPECT_EQ(Text(H::FromRectF(grect)), "[1.0,2.5,0.0,0.0]");
-  EXPECT_EQ(Text(H::FromPoint(point)) + Text(H::FromSize(size)), "[3,1][5,6]");
-  EXPECT_EQ(Text(H::FromMatrix(m)), "[2.0,0.0,0.0,3.0,10.0,20.0]");
-  EXPECT_EQ(Text(H::FromSizeF(gsize)), "[0.0,0.0]");
+  EXPECT_EQ(Text(H::FromRect(rect)) + Text(H::FromRectF(grect)) + Text(H::FromPoint(point)) + Text(H::FromSize(size)),
+            "[1,2,-1,-1][1.0,2.5,0.0,0.0][3,1][5,6]");
+  EXPECT_EQ(Text(H::FromMatrix(m)) + Text(H::FromSizeF(gsize)), "[2.0,0.0,0.0,3.0,10.0,20.0][0.0,0.0]");
   EXPECT_TRUE(gpoint.x == kInf && gpoint.y == -2.5f);
   EXPECT_EQ(Text(H::FromRectF(CCA_GRect{1, 2.5f, -3, 0.1f})), "[1.0,2.5,-3.0,0.10000000149011612]");
   EXPECT_EQ(Text(H::FromPointF(CCA_GPoint{0.5f, -2})) + Text(H::FromSizeF(CCA_GSize{8, 9})), "[0.5,-2.0][8.0,9.0]");

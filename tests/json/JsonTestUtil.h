@@ -1,6 +1,7 @@
 #pragma once
 // Small helpers shared by the JSON suites.
 
+#include <cstdlib>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -15,9 +16,12 @@ inline VXSharedPtr<VXJson> Parse(const char* text) {
   return VXJsonFactory::ParseJsonString(text, 0xFFFFFFFFu, nullptr);
 }
 
-/// The single element of `[text]`, kept alive by a clone of it.
-inline VXSharedPtr<VXJson> Element(const std::string& text) {
-  return Parse(("[" + text + "]").c_str())->GetAt(0)->Clone();
+/// The single element of `[text]`, kept alive by a clone of it; for "=x",
+/// the double std::strtod reads from x (so NaN and infinities too).
+inline JsonPtr Element(const std::string& text) {
+  JsonPtr array = Parse(text[0] == '=' ? "[]" : ("[" + text + "]").c_str());
+  if (text[0] == '=') array->InsertDoubleAt(0, std::strtod(text.c_str() + 1, nullptr));
+  return array->GetAt(0)->Clone();
 }
 
 inline std::string Str(const CCA_String& text) { return text.c_str(); }

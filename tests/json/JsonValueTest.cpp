@@ -2,9 +2,12 @@
 // boundaries (parsed, and written by the integer writes), defaults, writes,
 // inserts, removal, enumeration, copies and handle lifetimes. Run under
 // AddressSanitizer, the lifetime cases catch a view that outlives its storage.
+// Also VXSharedPtr's counting, layout and release order.
 
+#include <cmath>
 #include <cstring>
 #include <limits>
+#include <cstdlib>
 #include <tuple>
 #include <vector>
 
@@ -14,116 +17,90 @@ namespace {
 
 constexpr uint64 kU64Max = std::numeric_limits<uint64>::max();
 
-// `accepts`: i Int, u Uint, I Int64, U Uint64, f Float and Double.
-struct NumberRow {
+// `accepts`: i Int, u Uint, I Int64, U Uint64, f Float, d Double, s String,
+// b Boolean. `bits`: the integer value, as 64 bits.
+struct KindRow {
   const char* text;
   VXJsonType type;
   const char* accepts;
   uint64 bits;
 };
 
-const NumberRow kNumberRows[] = {
+const KindRow kKindRows[] = {
     {"-9223372036854775808", VXJsonType_Int64, "IU", 0x8000000000000000ull},
     {"-2147483649", VXJsonType_Int64, "IU", kU64Max - 2147483648ull},
-    {"-2147483648", VXJsonType_Int, "iuIUf", kU64Max - 2147483647ull},
-    {"-1", VXJsonType_Int, "iuIUf", kU64Max},
-    {"0", VXJsonType_Uint, "iuIUf", 0},
-    {"2147483647", VXJsonType_Uint, "iuIUf", 2147483647ull},
+    {"-2147483648", VXJsonType_Int, "iuIUfd", kU64Max - 2147483647ull},
+    {"-1", VXJsonType_Int, "iuIUfd", kU64Max},
+    {"0", VXJsonType_Uint, "iuIUfd", 0},
+    {"2147483647", VXJsonType_Uint, "iuIUfd", 2147483647ull},
     {"4294967295", VXJsonType_Uint, "uIU", 4294967295ull},
     {"4294967296", VXJsonType_Uint64, "IU", 4294967296ull},
     {"9223372036854775808", VXJsonType_Uint64, "U", 0x8000000000000000ull},
     {"18446744073709551615", VXJsonType_Uint64, "U", kU64Max},
+    {"1.5", VXJsonType_Double, "fd", 0},   {"3.4028234e38", VXJsonType_Double, "fd", 0},
+    {"1e300", VXJsonType_Double, "d", 0},  {"-1e300", VXJsonType_Double, "d", 0},
+    {"1.0", VXJsonType_Double, "fd", 0},   {"\"x\"", VXJsonType_String, "s", 0},
+    {"true", VXJsonType_Boolean, "b", 0},  {"null", VXJsonType_Null, "", 0},
+    {"[]", VXJsonType_Array, "", 0},       {"{}", VXJsonType_Object, "", 0},
+    {"=nan", VXJsonType_Double, "d", 0},   {"=inf", VXJsonType_Double, "d", 0},
 };
 
-void ExpectNumberRow(const VXJson& v, const NumberRow& row) {
+void ExpectKindRow(const VXJson& v, const KindRow& row) {
   SCOPED_TRACE(row.text);
   auto has = [&](char kind) { return std::strchr(row.accepts, kind) != nullptr; };
   const int64 value = static_cast<int64>(row.bits);
-  bool ok[] = {!has('i'), !has('u'), !has('U'), true};  // each flag must flip
+  const double number = std::strtod(row.text + (row.text[0] == '='), nullptr);
+  bool ok[] = {!has('i'), !has('u'), !has('U'), !has('d'), !has('b')};  // each flag must flip
   int64 i64 = 77;
   float f = -3.0f;
-  double d = -3.0;
-  const char* text = nullptr;
+  const char* text = "k";
   EXPECT_EQ(v.GetType(), row.type);
   EXPECT_EQ(v.GetInt(&ok[0]), has('i') ? static_cast<int>(value) : 0);
   EXPECT_EQ(v.GetUint(&ok[1]), has('u') ? static_cast<unsigned int>(value) : 0u);
-  EXPECT_EQ(v.GetUint64(&ok[2]), row.bits);
-  EXPECT_FALSE(v.GetBoolean(&ok[3]) || ok[3] || v.TryGetString(text));
-  EXPECT_EQ(std::string(ok, ok + 3), std::string({has('i'), has('u'), has('U')}));
+  EXPECT_EQ(v.GetUint64(&ok[2]), has('U') ? row.bits : 0u);
+  const double d = v.GetDouble(&ok[3]);
+  EXPECT_TRUE(has('d') ? d == number || (std::isnan(d) && std::isnan(number)) : d == 0.0) << d;
+  EXPECT_EQ(v.GetBoolean(&ok[4]), row.text[0] == 't');
+  EXPECT_EQ(std::vector<bool>(ok, ok + 5), std::vector<bool>({has('i'), has('u'), has('U'), has('d'), has('b')}));
   EXPECT_EQ(v.TryGetInt64(i64), has('I'));
   EXPECT_EQ(i64, has('I') ? value : 77);
   EXPECT_EQ(v.TryGetFloat(f), has('f'));
-  EXPECT_EQ(v.TryGetDouble(d), has('f'));
-  EXPECT_EQ(d, has('f') ? static_cast<double>(value) : -3.0);
-  EXPECT_EQ(f, static_cast<float>(d));
+  EXPECT_EQ(f, has('f') ? static_cast<float>(number) : -3.0f);
+  EXPECT_EQ(v.TryGetString(text), has('s'));
+  EXPECT_STREQ(text, has('s') ? "x" : "k");
 }
 
-TEST(JsonValue, IntegersParsedOrWrittenFollowTheAcceptanceTable) {
-  for (const NumberRow& row : kNumberRows) {
-    ExpectNumberRow(*Element(row.text), row);
-    // Written values classify by value, not by the write used.
+TEST(JsonValue, EveryKindParsedOrWrittenFollowsTheAcceptanceTable) {
+  for (const KindRow& row : kKindRows) {
+    ExpectKindRow(*Element(row.text), row);
+    if (row.type < VXJsonType_Int || row.type > VXJsonType_Uint64) continue;
+    // Written integers classify by value, not by the write used.
     JsonPtr array = Parse("[]");
     JsonPtr object = Parse("{}");
-    if (row.text[0] == '-') {
-      ASSERT_TRUE(array->InsertInt64At(0, static_cast<int64>(row.bits)));
-      object->SetInt64Member("n", static_cast<int64>(row.bits));
-    } else {
-      ASSERT_TRUE(array->InsertUint64At(0, row.bits));
-      object->SetUint64Member("n", row.bits);
-    }
-    ExpectNumberRow(*array->GetAt(0), row);
-    ExpectNumberRow(*object->GetMember("n"), row);
+    const bool negative = row.text[0] == '-';
+    ASSERT_TRUE(negative ? array->InsertInt64At(0, row.bits) : array->InsertUint64At(0, row.bits));
+    negative ? object->SetInt64Member("n", row.bits) : object->SetUint64Member("n", row.bits);
+    ExpectKindRow(*array->GetAt(0), row);
+    ExpectKindRow(*object->GetMember("n"), row);
     EXPECT_EQ(Text(array), std::string("[") + row.text + "]");
   }
 }
 
-TEST(JsonValue, FloatingPointAndOtherKinds) {
-  // Type, then whether Float and Double accept; none is an integer.
-  const std::tuple<const char*, VXJsonType, bool, bool> rows[] = {
-      {"1.5", VXJsonType_Double, true, true},     {"1e300", VXJsonType_Double, false, true},
-      {"-1e300", VXJsonType_Double, false, true}, {"3.4028234e38", VXJsonType_Double, true, true},
-      {"1.0", VXJsonType_Double, true, true},     {"\"x\"", VXJsonType_String, false, false},
-      {"true", VXJsonType_Boolean, false, false}, {"null", VXJsonType_Null, false, false},
-      {"[]", VXJsonType_Array, false, false},     {"{}", VXJsonType_Object, false, false},
-  };
-  for (const auto& row : rows) {
-    ConstJsonPtr v = Element(std::get<0>(row));
-    bool ok[] = {true, true, !std::get<2>(row), !std::get<3>(row)};
-    v->GetInt(&ok[0]);
-    v->GetUint64(&ok[1]);
-    v->GetFloat(&ok[2]);
-    v->GetDouble(&ok[3]);
-    EXPECT_EQ(v->GetType(), std::get<1>(row)) << std::get<0>(row);
-    EXPECT_EQ(std::vector<bool>(ok, ok + 4), std::vector<bool>({false, false, std::get<2>(row), std::get<3>(row)}));
-  }
-  JsonPtr object = Parse("{}");
-  object->SetDoubleMember("nan", std::numeric_limits<double>::quiet_NaN());
-  object->SetDoubleMember("inf", std::numeric_limits<double>::infinity());
-  for (const char* key : {"nan", "inf"}) {
-    float f = 2.0f;
-    double d = 0;
-    EXPECT_FALSE(object->GetMember(key)->TryGetFloat(f) || f != 2.0f) << key;
-    EXPECT_TRUE(object->GetMember(key)->TryGetDouble(d)) << key;
-  }
-  object->SetFloatMember("f", 0.1f);  // stored as the widened float
-  EXPECT_EQ(object->GetDoubleMember("f", 0), 0.10000000149011612);
-}
-
-TEST(JsonValue, StringsBooleansDefaultsAndTypeNames) {
+TEST(JsonValue, DefaultsOfKeyedAndIndexedReadsAndTypeNames) {
   JsonPtr array = Parse("[\"ab\", false, 3]");
   JsonPtr object = Parse("{\"\":1, \"a\":2, \"a\":3}");
-  bool b = true;
-  EXPECT_TRUE(array->GetAt(1)->TryGetBoolean(b) && !b);
   EXPECT_STREQ(array->GetStringAt(0, nullptr), "ab");
   EXPECT_STREQ(array->GetStringAt(2, "dflt"), "dflt");
-  EXPECT_TRUE(array->GetBooleanAt(7, true));
+  EXPECT_TRUE(array->GetBooleanAt(7, true) && !array->GetBooleanAt(1, true));
   const std::vector<int> ints = {array->GetIntAt(-1, 9),      array->GetIntAt(3, 9),       array->GetIntAt(2, 9),
                                  array->GetIntMember("a", 9), object->GetIntAt(0, 9),      object->GetIntMember("a", 9),
                                  object->GetIntMember("", 9), object->GetIntMember(nullptr, 9)};
   EXPECT_EQ(ints, std::vector<int>({9, 9, 3, 9, 9, 2, 9, 9}));  // 2: the first match
   EXPECT_FALSE(object->HasMember("") || object->GetMember(nullptr) || object->GetMember("ab"));
   EXPECT_EQ(array->GetAt(3).use_count(), 1);  // a counted null handle
-  EXPECT_EQ(object->GetSize() * 10 + array->GetAt(2)->GetSize(), 29);  // 3 members; a scalar has -1
+  EXPECT_TRUE(object->GetSize() == 3 && array->GetAt(2)->GetSize() == -1);  // a scalar has no size
+  object->SetFloatMember("f", 0.1f);  // stored as the widened float
+  EXPECT_EQ(object->GetDoubleMember("f", 0), 0.10000000149011612);
   const char* const names[] = {"null",   "int",    "uint",    "int64", "uint64", "float",
                                "double", "string", "boolean", "array", "object", "unknown"};
   for (int i = -1; i <= 11; ++i) EXPECT_STREQ(GetJsonTypeString(static_cast<VXJsonType>(i)), names[i < 0 ? 11 : i]);
@@ -153,9 +130,7 @@ TEST(JsonValue, ReplacingWritesFlipTheMemberTypeInPlace) {
 
 TEST(JsonValue, WritesAppendNewKeysButNeverElementsAndIgnoreBadTargets) {
   JsonPtr object = Parse("{\"a\":1}");
-  object->SetIntMember("z", 0);
-  object->SetIntMember("", 5);
-  object->SetIntMember(nullptr, 5);
+  for (const char* key : {"z", "", static_cast<const char*>(nullptr)}) object->SetIntMember(key, 0);
   EXPECT_FALSE(object->SetObjectMember("") || object->SetIntAt(0, 1) || object->InsertArrayAt(0));
   EXPECT_EQ(Text(object), "{\"a\":1,\"z\":0}");
   JsonPtr array = Parse("[1]");
@@ -278,9 +253,8 @@ TEST(JsonValue, ChildSurvivesEditsThatDoNotMoveItAndCloneOutlivesItsSource) {
   JsonPtr child = clone->GetMutableMember("s");
   clone->SetStringMember("t", "more");
   EXPECT_EQ(child->GetString(), text);
-  JsonPtr copyOfClone = clone->Clone();
-  clone = JsonPtr();
-  EXPECT_EQ(Text(copyOfClone), "{\"s\":\"" + text + "\",\"t\":\"more\"}");
+  clone = clone->Clone();  // the clone of a clone outlives its source too
+  EXPECT_EQ(Text(clone), "{\"s\":\"" + text + "\",\"t\":\"more\"}");
 }
 
 TEST(JsonValue, HandlesReleasedInAnyOrderAfterCopyFrom) {
@@ -294,6 +268,23 @@ TEST(JsonValue, HandlesReleasedInAnyOrderAfterCopyFrom) {
     if (order == 0) child = JsonPtr();
     EXPECT_EQ(Text(root), "{\"deep\":{\"s\":\"copied into the tree's own pool\"}}");
   }
+}
+
+// VXSharedPtr itself: counting, layout and release order of its blocks.
+TEST(SharedPtr, CountsCopiesReleasesOnceAndLaysOutObjectThenBlock) {
+  static_assert(sizeof(VXSharedPtr<int>) == 2 * sizeof(void*), "two pointers");
+  VXSharedPtr<int> none;
+  VXSharedPtr<int> counted(static_cast<int*>(nullptr));
+  EXPECT_TRUE(!counted && counted.use_count() == 1 && VXSharedPtr<int>(none).use_count() == 0);
+  VXSharedPtr<const int> value(VXSharedPtr<int>(new int(5)));  // AddressSanitizer checks the single release
+  VXSharedPtr<const int>& alias = value;
+  value = alias;
+  VXSharedPtr<const int> copy(value);
+  void* const* fields = reinterpret_cast<void* const*>(&copy);
+  auto* block = static_cast<sp_counted_impl<int>*>(fields[1]);
+  EXPECT_TRUE(fields[0] == copy.get() && block->ownedPtr == copy.get() && block->useCount == 2);
+  copy = counted;
+  EXPECT_TRUE(value.use_count() == 1 && *value == 5 && counted.use_count() == 2);
 }
 
 }  // namespace
