@@ -13,27 +13,26 @@ namespace json_kinds {
 /// Largest magnitude a floating-point number may have to read as a float.
 constexpr double kFloatReadLimit = 3.4028234e38;
 
+/// Stores `read()` in `out` when the value is `accepted`; false otherwise, with
+/// `out` untouched.
+template <typename T, typename Read>
+bool ReadWhen(bool accepted, T& out, Read read) {
+  if (!accepted) return false;
+  out = read();
+  return true;
+}
+
 struct IntKind {
   using Type = int;
-  static bool Read(const JsonValue& v, int& out) {
-    if (!v.IsInt()) return false;
-    out = v.GetInt();
-    return true;
-  }
+  static bool Read(const JsonValue& v, int& out) { return ReadWhen(v.IsInt(), out, [&] { return v.GetInt(); }); }
   static JsonValue Make(int value, JsonPool&) { return JsonValue(value); }
 };
 
 struct UintKind {
   using Type = unsigned int;
   static bool Read(const JsonValue& v, unsigned int& out) {
-    if (v.IsUint()) {
-      out = v.GetUint();
-    } else if (v.IsInt()) {
-      out = static_cast<unsigned int>(v.GetInt());
-    } else {
-      return false;
-    }
-    return true;
+    return ReadWhen(v.IsUint(), out, [&] { return v.GetUint(); }) ||
+           ReadWhen(v.IsInt(), out, [&] { return static_cast<unsigned int>(v.GetInt()); });
   }
   static JsonValue Make(unsigned int value, JsonPool&) { return JsonValue(value); }
 };
@@ -41,9 +40,7 @@ struct UintKind {
 struct Int64Kind {
   using Type = int64;
   static bool Read(const JsonValue& v, int64& out) {
-    if (!v.IsInt64()) return false;
-    out = v.GetInt64();
-    return true;
+    return ReadWhen(v.IsInt64(), out, [&] { return static_cast<int64>(v.GetInt64()); });
   }
   static JsonValue Make(int64 value, JsonPool&) { return JsonValue(static_cast<int64_t>(value)); }
 };
@@ -51,14 +48,8 @@ struct Int64Kind {
 struct Uint64Kind {
   using Type = uint64;
   static bool Read(const JsonValue& v, uint64& out) {
-    if (v.IsUint64()) {
-      out = v.GetUint64();
-    } else if (v.IsInt64()) {
-      out = static_cast<uint64>(v.GetInt64());
-    } else {
-      return false;
-    }
-    return true;
+    return ReadWhen(v.IsUint64(), out, [&] { return static_cast<uint64>(v.GetUint64()); }) ||
+           ReadWhen(v.IsInt64(), out, [&] { return static_cast<uint64>(v.GetInt64()); });
   }
   static JsonValue Make(uint64 value, JsonPool&) { return JsonValue(static_cast<uint64_t>(value)); }
 };
@@ -66,9 +57,7 @@ struct Uint64Kind {
 struct StringKind {
   using Type = const char*;
   static bool Read(const JsonValue& v, const char*& out) {
-    if (!v.IsString()) return false;
-    out = v.GetString();
-    return true;
+    return ReadWhen(v.IsString(), out, [&] { return v.GetString(); });
   }
   /// Copies `value` up to its NUL into the pool; null stores "".
   static JsonValue Make(const char* value, JsonPool& pool) {
@@ -79,11 +68,7 @@ struct StringKind {
 
 struct BooleanKind {
   using Type = bool;
-  static bool Read(const JsonValue& v, bool& out) {
-    if (!v.IsBool()) return false;
-    out = v.GetBool();
-    return true;
-  }
+  static bool Read(const JsonValue& v, bool& out) { return ReadWhen(v.IsBool(), out, [&] { return v.GetBool(); }); }
   static JsonValue Make(bool value, JsonPool&) { return JsonValue(value); }
 };
 
@@ -93,14 +78,9 @@ struct FloatKind {
     if (v.IsDouble()) {
       const double d = v.GetDouble();
       // NaN fails both comparisons, so it is never narrowed.
-      if (!(d >= -kFloatReadLimit && d <= kFloatReadLimit)) return false;
-      out = static_cast<float>(d);
-    } else if (v.IsInt()) {
-      out = static_cast<float>(v.GetInt());
-    } else {
-      return false;
+      return ReadWhen(d >= -kFloatReadLimit && d <= kFloatReadLimit, out, [&] { return static_cast<float>(d); });
     }
-    return true;
+    return ReadWhen(v.IsInt(), out, [&] { return static_cast<float>(v.GetInt()); });
   }
   static JsonValue Make(float value, JsonPool&) { return JsonValue(static_cast<double>(value)); }
 };
@@ -108,14 +88,8 @@ struct FloatKind {
 struct DoubleKind {
   using Type = double;
   static bool Read(const JsonValue& v, double& out) {
-    if (v.IsDouble()) {
-      out = v.GetDouble();
-    } else if (v.IsInt()) {
-      out = static_cast<double>(v.GetInt());
-    } else {
-      return false;
-    }
-    return true;
+    return ReadWhen(v.IsDouble(), out, [&] { return v.GetDouble(); }) ||
+           ReadWhen(v.IsInt(), out, [&] { return static_cast<double>(v.GetInt()); });
   }
   static JsonValue Make(double value, JsonPool&) { return JsonValue(value); }
 };

@@ -71,18 +71,9 @@ unsigned int VXJsonHelper::ToUint(VXSharedPtr<const VXJson> value) {
   }
 }
 
-float VXJsonHelper::ToFloat(VXSharedPtr<const VXJson> value) {
-  if (!value) return 0.0f;
-  switch (value->GetType()) {
-    case VXJsonType_Int: return static_cast<float>(value->GetInt(nullptr));
-    case VXJsonType_Uint: return static_cast<float>(value->GetUint(nullptr));
-    case VXJsonType_Float: return value->GetFloat(nullptr);
-    case VXJsonType_Double: return NarrowToFloat(value->GetDouble(nullptr));
-    case VXJsonType_String: return NarrowToFloat(std::atof(value->GetString(nullptr)));
-    case VXJsonType_Boolean: return value->GetBoolean(nullptr) ? 1.0f : 0.0f;
-    default: return 0.0f;
-  }
-}
+// Every kind's double is exact or rounds once, so narrowing it gives what a
+// direct conversion to float would, with an infinity beyond the float range.
+float VXJsonHelper::ToFloat(VXSharedPtr<const VXJson> value) { return NarrowToFloat(ToDouble(value)); }
 
 double VXJsonHelper::ToDouble(VXSharedPtr<const VXJson> value) {
   if (!value) return 0.0;

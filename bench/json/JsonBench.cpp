@@ -3,11 +3,11 @@
 // memory a parsed tree holds. Ends with one ratio line per comparison.
 
 #include <malloc.h>
-#include <time.h>
 
 #include <cstdio>
-#include <map>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
@@ -17,6 +17,8 @@
 #include <rapidjson/writer.h>
 
 #include <vxutility/VXJsonFactory.h>
+
+#include "bench/support/RatioReporter.h"
 
 namespace {
 
@@ -81,149 +83,89 @@ VXSharedPtr<VXJson> OurParse(const std::string& text) {
   return VXJsonFactory::ParseJsonString(text.data(), static_cast<unsigned>(text.size()), nullptr);
 }
 
-double ThreadSeconds() {
-  timespec now;
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
-template <typename Action>
-double TimeOf(Action& action) {
-  const double start = ThreadSeconds();
-  action();
-  return ThreadSeconds() - start;
-}
-
-/// Runs `raw` and `ours` alternately, each timed on this thread's CPU clock
-/// and each going first every other time, so that other load on the shared
-/// machine and warm caches weigh on both alike. Reports both speeds and the
-/// ratio of our time to the raw time.
+/// Registers "<name>/ours" and "<name>/raw"; `bytes` > 0 also reports
+/// throughput. The ratio reporter prints raw time over our time per case.
 template <typename Raw, typename Ours>
-void RunPaired(benchmark::State& state, Raw raw, Ours ours, double bytesPerRun) {
-  double rawSeconds = 0;
-  double ourSeconds = 0;
-  bool rawFirst = true;
-  for (auto _ : state) {
-    if (rawFirst) {
-      rawSeconds += TimeOf(raw);
-      ourSeconds += TimeOf(ours);
-    } else {
-      ourSeconds += TimeOf(ours);
-      rawSeconds += TimeOf(raw);
-    }
-    rawFirst = !rawFirst;
-  }
-  const double runs = static_cast<double>(state.iterations());
-  if (bytesPerRun > 0) {
-    state.counters["raw_MB/s"] = bytesPerRun * runs / rawSeconds / 1e6;
-    state.counters["ours_MB/s"] = bytesPerRun * runs / ourSeconds / 1e6;
-  } else {
-    state.counters["raw_us"] = rawSeconds / runs * 1e6;
-    state.counters["ours_us"] = ourSeconds / runs * 1e6;
-  }
-  state.counters["time_ratio"] = ourSeconds / rawSeconds;
+void RegisterPair(const std::string& name, Raw raw, Ours ours, std::size_t bytes) {
+  const auto add = [&](const std::string& side, auto body) {
+    benchmark::RegisterBenchmark((name + "/" + side).c_str(), [=](benchmark::State& state) {
+      for (auto _ : state) body();
+      if (bytes > 0) state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(bytes));
+    });
+  };
+  add("ours", ours);
+  add("raw", raw);
 }
 
-void BM_Parse(benchmark::State& state) {
-  const std::string& text = Document(static_cast<int>(state.range(0)));
-  RunPaired(
-      state,
-      [&] {
+void RegisterParse(int shape) {
+  const std::string& text = Document(shape);
+  RegisterPair(
+      std::string("parse/") + kShapeNames[shape],
+      [&text] {
         rapidjson::Document document;
         RawParse(document, text);
         benchmark::DoNotOptimize(document.IsArray());
       },
-      [&] {
+      [&text] {
         VXSharedPtr<VXJson> root = OurParse(text);
         benchmark::DoNotOptimize(root.get());
       },
-      static_cast<double>(text.size()));
+      text.size());
 }
 
-void BM_Build(benchmark::State& state) {
-  const std::string& text = Document(static_cast<int>(state.range(0)));
-  rapidjson::Document document;
-  RawParse(document, text);
+void RegisterBuild(int shape) {
+  const std::string& text = Document(shape);
+  auto document = std::make_shared<rapidjson::Document>();
+  RawParse(*document, text);
   VXSharedPtr<VXJson> root = OurParse(text);
-  RunPaired(
-      state,
-      [&] {
+  RegisterPair(
+      std::string("build/") + kShapeNames[shape],
+      [document] {
         rapidjson::StringBuffer buffer(nullptr, 256);
         rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-        document.Accept(writer);
+        document->Accept(writer);
         std::string copy(buffer.GetString(), buffer.GetSize());  // ours hands out a copy too
         benchmark::DoNotOptimize(copy.data());
       },
-      [&] {
+      [root] {
         CCA_String written = VXJsonFactory::BuildJsonString(root, nullptr);
         benchmark::DoNotOptimize(written.c_str());
       },
-      static_cast<double>(text.size()));
+      text.size());
 }
 
 std::string Key(int k) { return "field_" + std::to_string(k); }
 
 // Keyed reads of one record of the keyed shape, every key in turn: a raw
-// FindMember plus read against our handles (argument 0: GetMember then
-// GetInt, 1: GetIntMember).
-void BM_KeyedRead(benchmark::State& state) {
-  rapidjson::Document document;
-  RawParse(document, Document(1));
-  const rapidjson::Value& rawRecord = document["records"][7];
+// FindMember plus read against our handles (GetMember then GetInt, or
+// GetIntMember).
+void RegisterKeyedRead(bool throughChild) {
+  auto document = std::make_shared<rapidjson::Document>();
+  RawParse(*document, Document(1));
+  const rapidjson::Value* rawRecord = &(*document)["records"][7];
   VXSharedPtr<VXJson> root = OurParse(Document(1));
   VXSharedPtr<const VXJson> record = root->GetMember("records")->GetAt(7);
-  std::string keys[32];
-  for (int k = 0; k < 32; ++k) keys[k] = Key(k);
-  const bool throughChild = state.range(0) == 0;
-  RunPaired(
-      state,
-      [&] {
+  auto keys = std::make_shared<std::vector<std::string>>();
+  for (int k = 0; k < 32; ++k) keys->push_back(Key(k));
+  RegisterPair(
+      throughChild ? "keyed-read/GetMember+GetInt" : "keyed-read/GetIntMember",
+      [document, rawRecord, keys] {
         long sum = 0;
-        for (const std::string& key : keys) {
-          auto it = rawRecord.FindMember(key.c_str());
-          if (it != rawRecord.MemberEnd() && it->value.IsInt()) sum += it->value.GetInt();
+        for (const std::string& key : *keys) {
+          auto it = rawRecord->FindMember(key.c_str());
+          if (it != rawRecord->MemberEnd() && it->value.IsInt()) sum += it->value.GetInt();
         }
         benchmark::DoNotOptimize(sum);
       },
-      [&] {
+      [root, record, keys, throughChild] {
         long sum = 0;
-        for (const std::string& key : keys) {
+        for (const std::string& key : *keys) {
           sum += throughChild ? record->GetMember(key.c_str())->GetInt() : record->GetIntMember(key.c_str(), 0);
         }
         benchmark::DoNotOptimize(sum);
       },
       0);
 }
-
-BENCHMARK(BM_Parse)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Build)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_KeyedRead)->DenseRange(0, 1);
-
-/// Keeps each run's time ratio, by name, to print them at the end.
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  void ReportRuns(const std::vector<Run>& runs) override {
-    // With repetitions, the mean (reported after the single runs) wins.
-    for (const Run& run : runs) {
-      std::string name = run.benchmark_name();
-      const std::string mean = "_mean";
-      if (run.run_type == Run::RT_Aggregate) {
-        if (name.size() <= mean.size() || name.compare(name.size() - mean.size(), mean.size(), mean) != 0) continue;
-        name.erase(name.size() - mean.size());
-      }
-      auto ratio = run.counters.find("time_ratio");
-      if (ratio != run.counters.end()) m_ratios[name] = ratio->second.value;
-    }
-    ConsoleReporter::ReportRuns(runs);
-  }
-  double Ratio(const std::string& name) const {
-    auto it = m_ratios.find(name);
-    return it == m_ratios.end() ? 0.0 : it->second;
-  }
-
- private:
-  std::map<std::string, double> m_ratios;
-};
 
 std::size_t HeapInUse() { return mallinfo2().uordblks; }
 
@@ -245,21 +187,11 @@ void PrintMemoryRatio(int shape) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  RatioReporter reporter;
-  benchmark::RunSpecifiedBenchmarks(&reporter);
-  for (int shape = 0; shape < 3; ++shape) {
-    const std::string arg = "/" + std::to_string(shape);
-    // Throughput ratios: ours over raw (at least 0.90).
-    std::printf("parse/%s: ours %.3fx raw throughput (limit 0.90)\n", kShapeNames[shape],
-                1.0 / reporter.Ratio("BM_Parse" + arg));
-    std::printf("build/%s: ours %.3fx raw throughput (limit 0.90)\n", kShapeNames[shape],
-                1.0 / reporter.Ratio("BM_Build" + arg));
-  }
-  // Time ratios: ours over raw (at most 3).
-  std::printf("keyed read GetMember+GetInt: %.2fx raw time (limit 3)\n", reporter.Ratio("BM_KeyedRead/0"));
-  std::printf("keyed read GetIntMember: %.2fx raw time (limit 3)\n", reporter.Ratio("BM_KeyedRead/1"));
+  for (int shape = 0; shape < 3; ++shape) RegisterParse(shape);
+  for (int shape = 0; shape < 3; ++shape) RegisterBuild(shape);
+  RegisterKeyedRead(true);
+  RegisterKeyedRead(false);
+  const int status = RunBenchmarksWithRatios(argc, argv);
   for (int shape = 0; shape < 3; ++shape) PrintMemoryRatio(shape);
-  benchmark::Shutdown();
-  return 0;
+  return status;
 }
