@@ -2,7 +2,10 @@
 // built once, from the alphabet, before any other static object of the
 // library: the encoder turns twelve bits into two characters per lookup, the
 // decoder turns a group of four characters into three bytes with four
-// lookups and one validity test.
+// lookups and one validity test. The bulk of a long input goes to the
+// vector block coders (Base64Simd.cpp) where the processor has them; the
+// tables take the rest, and any block holding a character outside the
+// alphabet, so that both paths give the same bytes.
 
 #include <vxutility/Base64.h>
 
@@ -10,6 +13,7 @@
 #include <cstring>
 
 #include "InitOrder.h"
+#include "encoding/Base64Internal.h"
 
 namespace {
 
@@ -136,23 +140,22 @@ unsigned char* DecodeTail(const unsigned char* text, const unsigned char* end, u
   return out;
 }
 
-}  // namespace
-
-CCA_String Base64Encode(const unsigned char* data, int length) {
+CCA_String EncodeWith(const unsigned char* data, int length, bool vector) {
   CCA_String result;
   if (length <= 0 || data == nullptr) return result;
   const long long reserve = static_cast<long long>(length) + length / 3 + 20;
   if (reserve > 0x7fffffff) return result;
   char* out = result.GetBuffer(static_cast<int>(reserve));
   if (out == nullptr) return result;
-  const int groups = length / 3;
-  char* end = EncodeWholeGroups(data, groups, out);
-  if (length % 3 != 0) end = EncodeTail(data + 3 * groups, length % 3, end);
+  const std::size_t taken = vector ? vxbase64::EncodeBlocks(data, static_cast<std::size_t>(length), out) : 0;
+  const int rest = length - static_cast<int>(taken);
+  char* end = EncodeWholeGroups(data + taken, rest / 3, out + taken / 3 * 4);
+  if (rest % 3 != 0) end = EncodeTail(data + length - rest % 3, rest % 3, end);
   result.ReleaseBuffer(static_cast<int>(end - out));
   return result;
 }
 
-CCA_String Base64Decode(const char* text, int length) {
+CCA_String DecodeWith(const char* text, int length, bool vector) {
   CCA_String result;
   if (text == nullptr || length < -1) return result;
   if (length == -1) length = static_cast<int>(std::strlen(text));
@@ -162,8 +165,19 @@ CCA_String Base64Decode(const char* text, int length) {
   const unsigned char* s = reinterpret_cast<const unsigned char*>(text);
   const unsigned char* end = s + length;
   unsigned char* out = reinterpret_cast<unsigned char*>(buffer);
+  const std::size_t taken = vector ? vxbase64::DecodeBlocks(s, static_cast<std::size_t>(length), out) : 0;
+  s += taken;
+  out += taken / 4 * 3;
   DecodeWholeGroups(s, end, out);
   out = DecodeTail(s, end, out);
   result.ReleaseBuffer(static_cast<int>(out - reinterpret_cast<unsigned char*>(buffer)));
   return result;
 }
+
+}  // namespace
+
+CCA_String vxbase64::EncodeScalar(const unsigned char* data, int length) { return EncodeWith(data, length, false); }
+CCA_String vxbase64::DecodeScalar(const char* text, int length) { return DecodeWith(text, length, false); }
+
+CCA_String Base64Encode(const unsigned char* data, int length) { return EncodeWith(data, length, true); }
+CCA_String Base64Decode(const char* text, int length) { return DecodeWith(text, length, true); }
