@@ -5,8 +5,9 @@
 
 #include <cstdarg>
 
+#include <vxbase/String.h>
+
 #include "files/NativePath.h"
-#include "files/TextLength.h"
 
 namespace {
 
@@ -57,18 +58,18 @@ std::string PathJoin(const char* first, const char* second, ...) {
 }
 
 const char* GetFileExt(const char* path, int length) {
-  const int dot = LastDotIndex(path, 0, BoundedTextLength(path, length));
+  const int dot = LastDotIndex(path, 0, CA_TextLengthWithin(path, length));
   return dot < 0 ? kEmptyText : path + dot;
 }
 
 CCA_String GetFileName(const char* path, int length) {
-  const int end = BoundedTextLength(path, length);
+  const int end = CA_TextLengthWithin(path, length);
   const int begin = LastSepIndex(path, end) + 1;
   const int dot = LastDotIndex(path, begin, end);
   return CCA_String(path + begin, (dot < 0 ? end : dot) - begin);
 }
 
 const char* GetFileNameWithExt(const char* path, int length) {
-  const int sep = LastSepIndex(path, BoundedTextLength(path, length));
+  const int sep = LastSepIndex(path, CA_TextLengthWithin(path, length));
   return sep < 0 ? kEmptyText : path + sep + 1;
 }

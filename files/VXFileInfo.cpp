@@ -10,7 +10,6 @@
 #include <vxutility/Encoding.h>
 
 #include "files/NativePath.h"
-#include "files/TextLength.h"
 
 struct VXFileStatus {
   unsigned short mode;
@@ -51,13 +50,13 @@ VXFileStatus* NewStatus(const std::wstring& path) {
 }  // namespace
 
 VXFileInfo::VXFileInfo(const char* path, int length) : m_pStatus(nullptr) {
-  CCA_String normalised(path, BoundedTextLength(path, length));
+  CCA_String normalised(path, CA_TextLengthWithin(path, length));
   NormaliseStatusPath(normalised);
   m_pStatus = NewStatus(Utf82Unicode(normalised, normalised.GetLength()));
 }
 
 VXFileInfo::VXFileInfo(const wchar_t* path, int length) : m_pStatus(nullptr) {
-  CCA_WString normalised(path, BoundedTextLength(path, length));
+  CCA_WString normalised(path, CA_TextLengthWithin(path, length));
   NormaliseStatusPath(normalised);
   m_pStatus = NewStatus(std::wstring(normalised.c_str()));
 }

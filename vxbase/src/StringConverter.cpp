@@ -1,34 +1,11 @@
 #include <vxbase/StringConverter.h>
 
-#include <cstring>
-#include <cwchar>
-
 #include "LocalCodec.h"
 #include "Utf8.h"
 
-namespace {
-
-/// Units of `text` to convert: up to `length` (negative: all) and never past
-/// the first NUL.
-int EffectiveLength(const char* text, int length) {
-  if (text == nullptr) return 0;
-  if (length < 0) return static_cast<int>(std::strlen(text));
-  const void* nul = std::memchr(text, 0, static_cast<std::size_t>(length));
-  return nul ? static_cast<int>(static_cast<const char*>(nul) - text) : length;
-}
-
-int EffectiveLength(const wchar_t* text, int length) {
-  if (text == nullptr) return 0;
-  if (length < 0) return static_cast<int>(std::wcslen(text));
-  const wchar_t* nul = std::wmemchr(text, 0, static_cast<std::size_t>(length));
-  return nul ? static_cast<int>(nul - text) : length;
-}
-
-}  // namespace
-
 CCA_WString CCA_StringConverter::utf8_to_unicode(const char* text, int length) {
   CCA_WString result;
-  const int n = EffectiveLength(text, length);
+  const int n = CA_TextLengthWithin(text, length);
   if (n == 0) return result;
   wchar_t* buffer = result.GetBuffer(n);  // one wide character per byte at most
   if (buffer == nullptr) return result;
@@ -38,7 +15,7 @@ CCA_WString CCA_StringConverter::utf8_to_unicode(const char* text, int length) {
 
 CCA_String CCA_StringConverter::unicode_to_utf8(const wchar_t* text, int length) {
   CCA_String result;
-  const int n = EffectiveLength(text, length);
+  const int n = CA_TextLengthWithin(text, length);
   if (n == 0) return result;
   char* buffer = result.GetBuffer(vxbase_utf8::EncodedBound(text, n));
   if (buffer == nullptr) return result;
@@ -47,7 +24,7 @@ CCA_String CCA_StringConverter::unicode_to_utf8(const wchar_t* text, int length)
 }
 
 CCA_WString CCA_StringConverter::local_to_unicode(const char* text, int length) {
-  const int n = EffectiveLength(text, length);
+  const int n = CA_TextLengthWithin(text, length);
   if (vxbase_local::LocalIsUtf8()) return utf8_to_unicode(text, n);
   CCA_WString result;
   if (n == 0) return result;
@@ -58,7 +35,7 @@ CCA_WString CCA_StringConverter::local_to_unicode(const char* text, int length) 
 }
 
 CCA_String CCA_StringConverter::unicode_to_local(const wchar_t* text, int length) {
-  const int n = EffectiveLength(text, length);
+  const int n = CA_TextLengthWithin(text, length);
   if (vxbase_local::LocalIsUtf8()) return unicode_to_utf8(text, n);
   CCA_String result;
   if (n == 0) return result;

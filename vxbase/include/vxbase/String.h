@@ -6,6 +6,7 @@
 #include <cstring>
 #include <cwchar>
 #include <new>
+#include <string>
 
 #include <vxbase/Memory.h>
 
@@ -23,6 +24,17 @@ int BoundedLength(const CharT* text, int length) {
 }
 
 }  // namespace vxbase_detail
+
+/// The characters of `text` a caller means: all of it up to its NUL for a
+/// negative `length`, else `length` characters but never past a NUL inside
+/// them. 0 for a null text.
+template <typename CharT>
+int CA_TextLengthWithin(const CharT* text, int length) {
+  if (text == nullptr) return 0;
+  if (length < 0) return static_cast<int>(std::char_traits<CharT>::length(text));
+  const CharT* nul = std::char_traits<CharT>::find(text, static_cast<std::size_t>(length), CharT(0));
+  return nul ? static_cast<int>(nul - text) : length;
+}
 
 /// Shared implementation of the two string classes. Storage comes from
 /// CA_AllocMemory; an empty string owns no storage.
