@@ -75,6 +75,7 @@ ThreadPool::ThreadPool()
     : m_hCondition(nullptr),
       m_pThreadId(nullptr),
       m_pWorkerHead(nullptr),
+      m_pWorkerTail(nullptr),
       m_bShutdown(0),
       m_nThreadCount(0),
       m_nStarted(0) {}
@@ -105,6 +106,7 @@ int ThreadPool::CreatPool(int threadCount) {
   VXThread::milliSleep(kSettleMs);
   std::lock_guard<std::mutex> hold(m_lock);
   m_pWorkerHead = nullptr;
+  m_pWorkerTail = nullptr;
   m_nThreadCount = workers;
   m_bShutdown = 0;
   return 0;
@@ -137,9 +139,13 @@ bool ThreadPool::Enqueue(THREAD_WORKER* node) {
     delete node;
     return false;
   }
-  THREAD_WORKER** tail = &m_pWorkerHead;
-  while (*tail != nullptr) tail = &(*tail)->next;
-  *tail = node;
+  // The tail is kept, so a deep queue costs no walk; the order is the same.
+  if (m_pWorkerTail != nullptr) {
+    m_pWorkerTail->next = node;
+  } else {
+    m_pWorkerHead = node;
+  }
+  m_pWorkerTail = node;
   m_hCondition->Release();
   return true;
 }
@@ -159,6 +165,7 @@ void ThreadPool::WorkerLoop() {
       node = m_pWorkerHead;
       if (node == nullptr) continue;
       m_pWorkerHead = node->next;
+      if (m_pWorkerHead == nullptr) m_pWorkerTail = nullptr;
     }
     RunNode(*node);
     delete node;
@@ -216,6 +223,7 @@ void ThreadPool::WaitForWorker(int index) {
 void ThreadPool::FreeQueue() {
   THREAD_WORKER* node = m_pWorkerHead;
   m_pWorkerHead = nullptr;
+  m_pWorkerTail = nullptr;
   while (node != nullptr) {
     THREAD_WORKER* next = node->next;
     delete node;

@@ -81,6 +81,7 @@ class VXUTILITY_EXPORT ThreadPool {
   VXPoolSemaphore* m_hCondition;
   VXThreadHandle** m_pThreadId;
   THREAD_WORKER* m_pWorkerHead;
+  THREAD_WORKER* m_pWorkerTail;
   int m_bShutdown;
   int m_nThreadCount;
   int m_nStarted;
