@@ -23,6 +23,7 @@
 namespace {
 
 constexpr auto kPassInterval = std::chrono::milliseconds(5000);
+constexpr char kThreadName[] = "vxmutex-watch";
 
 /// How the unload hook wakes the watchdog out of its pause and joins it.
 struct WatchdogState {
@@ -102,6 +103,7 @@ void MutexWatchdog::Stop() {
 
 unsigned int MutexWatchdog::Main(void* raw) {
   WatchdogState* state = static_cast<WatchdogState*>(raw);
+  detail::NameCurrentThread(kThreadName);
   for (;;) {
     Pass();
     std::unique_lock<std::mutex> hold(state->mutex);

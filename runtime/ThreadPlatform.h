@@ -29,6 +29,9 @@ unsigned long ThreadId(const VXThreadHandle* thread);
 ThreadWait WaitThread(VXThreadHandle* thread, unsigned milliseconds, unsigned* code);
 /// Lets the thread go on alone; its resources go when it ends. Frees the handle.
 void DetachThread(VXThreadHandle* thread);
+/// Names the calling thread for debuggers and /proc (at most 15 bytes are
+/// kept); nothing happens where threads have no names.
+void NameCurrentThread(const char* name);
 /// The handle as the pointer printed in diagnostics.
 const void* PrintableHandle(const VXThreadHandle* thread);
 
