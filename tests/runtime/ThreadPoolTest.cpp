@@ -7,6 +7,14 @@
 #include <thread>
 #include <vector>
 
+#include <pthread.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+
 #include <gtest/gtest.h>
 
 #include "runtime/RuntimeTestUtil.h"
@@ -80,6 +88,21 @@ void OccupyWorkers(ThreadPool& pool, std::vector<std::unique_ptr<BlockingTask>>&
     ASSERT_EQ(pool.PoolAddWorker(blockers.back().get()), 0);
     ASSERT_TRUE(blockers.back()->started.WaitFor(1)) << "worker " << i << " never started";
   }
+}
+
+/// Bytes of address space this process uses now (VmSize).
+std::size_t CurrentAddressSpace() {
+  std::ifstream status("/proc/self/status");
+  std::string key;
+  while (status >> key) {
+    if (key == "VmSize:") {
+      std::size_t kilobytes = 0;
+      status >> kilobytes;
+      return kilobytes * 1024;
+    }
+    status.ignore(1 << 16, '\n');
+  }
+  return 0;
 }
 
 }  // namespace
@@ -202,4 +225,54 @@ TEST(ThreadPoolTest, TaskCopiesKeepTheFinishedFlag) {
   FlagTask fresh;
   copy = fresh;
   EXPECT_FALSE(copy.m_bFinished);
+}
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#define VXTEST_CAN_LIMIT_ADDRESS_SPACE 1
+#endif
+
+// A pool whose workers cannot all be started: CreatPool reports it and gives
+// -1, and the workers already started are stopped by PoolDestroy. Run in a
+// child process whose address space only fits a couple of thread stacks.
+TEST(ThreadPoolTest, CreatPoolThatFailsHalfWayIsStillDestroyed) {
+#ifndef VXTEST_CAN_LIMIT_ADDRESS_SPACE
+  GTEST_SKIP() << "sanitizers reserve more address space than the limit leaves";
+#else
+  int out[2];
+  ASSERT_EQ(pipe(out), 0);
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    dup2(out[1], STDOUT_FILENO);
+    close(out[0]);
+    pthread_attr_t defaults;
+    std::size_t stack = 8u << 20;
+    if (pthread_getattr_default_np(&defaults) == 0) {
+      pthread_attr_getstacksize(&defaults, &stack);
+      pthread_attr_destroy(&defaults);
+    }
+    rlimit limit{};
+    limit.rlim_cur = limit.rlim_max = CurrentAddressSpace() + 2 * stack + stack / 2;
+    if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(10);
+    int status = 0;
+    {
+      ThreadPool pool;
+      if (pool.CreatPool(10) != -1) status |= 1;
+      if (pool.PoolDestroy() != 0) status |= 2;
+      if (pool.PoolDestroy() != -1) status |= 4;
+    }
+    std::fflush(stdout);
+    _exit(status);
+  }
+  close(out[1]);
+  std::string printed;
+  char buffer[256];
+  for (ssize_t n; (n = read(out[0], buffer, sizeof buffer)) > 0;) printed.append(buffer, static_cast<std::size_t>(n));
+  close(out[0]);
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0) << printed;
+  EXPECT_EQ(printed.rfind("_beginthreadex create thread error\n", 0), 0u) << printed;
+#endif
 }
