@@ -113,31 +113,26 @@ int ThreadPool::CreatPool(int threadCount) {
 }
 
 int ThreadPool::PoolAddWorker(void* (*routine)(void*), void* arg) {
-  THREAD_WORKER* node = new (std::nothrow) THREAD_WORKER{routine, arg, nullptr, 1, nullptr};
-  if (node == nullptr) {
-    std::printf("THREAD_WORKER malloc error!\n");
-    return -1;
-  }
-  return Enqueue(node) ? 0 : -1;
+  return Enqueue(THREAD_WORKER{routine, arg, nullptr, 1, nullptr});
 }
 
 int ThreadPool::PoolAddWorker(IVXThreadPoolTask* task) {
   if (task == nullptr) return -1;
-  THREAD_WORKER* node = new (std::nothrow) THREAD_WORKER{nullptr, nullptr, task, 2, nullptr};
+  return Enqueue(THREAD_WORKER{nullptr, nullptr, task, 2, nullptr});
+}
+
+int ThreadPool::Enqueue(const THREAD_WORKER& work) {
+  THREAD_WORKER* node = new (std::nothrow) THREAD_WORKER(work);
   if (node == nullptr) {
     std::printf("THREAD_WORKER malloc error!\n");
     return -1;
   }
-  return Enqueue(node) ? 0 : -1;
-}
-
-bool ThreadPool::Enqueue(THREAD_WORKER* node) {
   std::unique_lock<std::mutex> hold(m_lock);
   // Before CreatPool or once shutdown began nothing would ever run it.
   if (m_hCondition == nullptr || m_bShutdown != 0) {
     hold.unlock();
     delete node;
-    return false;
+    return -1;
   }
   // The tail is kept, so a deep queue costs no walk; the order is the same.
   if (m_pWorkerTail != nullptr) {
@@ -147,7 +142,7 @@ bool ThreadPool::Enqueue(THREAD_WORKER* node) {
   }
   m_pWorkerTail = node;
   m_hCondition->Release();
-  return true;
+  return 0;
 }
 
 unsigned int ThreadPool::WorkerMain(void* pool) {

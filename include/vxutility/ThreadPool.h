@@ -73,7 +73,7 @@ class VXUTILITY_EXPORT ThreadPool {
  private:
   static unsigned int WorkerMain(void* pool);
   void WorkerLoop();
-  bool Enqueue(THREAD_WORKER* node);
+  int Enqueue(const THREAD_WORKER& work);
   void WaitForWorker(int index);
   void FreeQueue();
 
