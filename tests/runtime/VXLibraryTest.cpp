@@ -1,6 +1,10 @@
 #include <vxutility/VXLibrary.h>
 
 #include <dlfcn.h>
+#include <stdlib.h>
+
+#include <clocale>
+#include <cstdlib>
 
 #include <string>
 
@@ -162,4 +166,29 @@ TEST(VXLibraryTest, LongTextsAreCutTo1023BytesOnACharacterBoundary) {
     EXPECT_EQ(error.compare(0, 11, "\"" + c.symbol.substr(0, 10)), 0);
     EXPECT_FALSE(EndsInsideUtf8Sequence(error));
   }
+}
+
+// Under a Latin-1 locale the UTF-8 names reach the loader as Latin-1, and
+// the loader's text (which quotes the path) comes back as UTF-8. The locale
+// is made for the test in a private directory.
+TEST(VXLibraryTest, NamesAreHandedToTheLoaderInTheLocalEncoding) {
+  char dirTemplate[] = "/tmp/vxlibrary-locale-XXXXXX";
+  ASSERT_NE(mkdtemp(dirTemplate), nullptr);
+  const std::string localeDir = dirTemplate;
+  const std::string command = "localedef -i fr_FR -f ISO-8859-1 " + localeDir + "/fr_FR.ISO-8859-1 >/dev/null 2>&1";
+  const bool made = std::system(command.c_str()) == 0;
+  setenv("LOCPATH", localeDir.c_str(), 1);
+  const bool active = made && std::setlocale(LC_CTYPE, "fr_FR.ISO-8859-1") != nullptr;
+  if (active) {
+    VXLibrary library("/nonexistent/\xC3\xA9t\xC3\xA9", "\xC3\xA9");
+    EXPECT_STREQ(library.LibraryPath(), "/nonexistent/\xE9t\xE9/\xE9.so");
+    EXPECT_STREQ(library.LibraryName(), "\xE9");
+    EXPECT_FALSE(library.Load());
+    EXPECT_NE(std::string(library.ErrorMessage()).find("/nonexistent/\xC3\xA9t\xC3\xA9/\xC3\xA9.so"), std::string::npos)
+        << library.ErrorMessage();
+  }
+  std::setlocale(LC_CTYPE, "C");
+  unsetenv("LOCPATH");
+  std::system(("rm -rf " + localeDir).c_str());
+  if (!active) GTEST_SKIP() << "no Latin-1 locale could be made with localedef";
 }
