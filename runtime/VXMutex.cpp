@@ -17,14 +17,16 @@ VXMutex::~VXMutex() {
   delete m_pData;
 }
 
+// Only the holder touches a plain lock's flag and time, under the lock
+// itself, so no ordering beyond the lock's own is needed.
 void VXMutex::Lock() {
   m_pData->cs->lock();
-  m_pData->locked.store(true);
-  m_pData->startTime.store(static_cast<std::int64_t>(std::time(nullptr)));
+  m_pData->locked.store(true, std::memory_order_relaxed);
+  m_pData->startTime.store(static_cast<std::int64_t>(std::time(nullptr)), std::memory_order_relaxed);
 }
 
 void VXMutex::Unlock() {
-  m_pData->locked.store(false);
+  m_pData->locked.store(false, std::memory_order_relaxed);
   m_pData->cs->unlock();
 }
 

@@ -30,7 +30,7 @@ class RatioReporter : public benchmark::ConsoleReporter {
       std::string name = run.benchmark_name();
       for (const char* timing : {"/real_time", "/manual_time"}) {  // added by UseRealTime, UseManualTime
         const std::size_t at = name.rfind(timing);
-        if (at != std::string::npos && at + std::strlen(timing) == name.size()) name.resize(at);
+        if (at != std::string::npos) name.erase(at, std::strlen(timing));
       }
       const std::size_t slash = name.rfind('/');
       if (slash == std::string::npos) continue;
