@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string>
 
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <vxutility/VXProcess.h>
@@ -156,6 +157,25 @@ TEST_F(SharedMemoryTest, NamesBecomeOnePosixName) {
     VXSharedMemory alias(c.alias.c_str());
     EXPECT_TRUE(alias.Attach(kRead)) << c.given;
   }
+}
+
+TEST_F(SharedMemoryTest, SystemRefusalsCarryTheirCode) {
+  VXSharedMemory tooLong(Name(std::string(300, 'n')).c_str());
+  EXPECT_FALSE(tooLong.Create(64, kWrite));
+  EXPECT_STREQ(tooLong.GetErrorMessage(), "Create shared memory error, errorcode=22");
+
+  // Created by someone else but not yet sized: nothing to map.
+  const std::string unsized = "/" + Name("a");
+  const int fd = shm_open(unsized.c_str(), O_RDWR | O_CREAT | O_EXCL, 0600);
+  ASSERT_GE(fd, 0);
+  VXSharedMemory block(Name("a").c_str());
+  EXPECT_FALSE(block.Attach(kRead));
+  EXPECT_STREQ(block.GetErrorMessage(), "MapViewOfFile error, errorcode=22");
+  EXPECT_EQ(block.GetData(), nullptr);
+  close(fd);
+  shm_unlink(unsized.c_str());
+  EXPECT_TRUE(block.Detach(false));
+  EXPECT_STREQ(block.GetErrorMessage(), "");
 }
 
 TEST_F(SharedMemoryTest, BlocksPastTwoGigabytes) {
