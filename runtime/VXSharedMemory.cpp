@@ -40,6 +40,16 @@ bool Fail(std::string& message, const char* text) {
   return false;
 }
 
+/// The checks Create and Attach share: empties the message, refuses a state
+/// already reached and unknown flags; true with the access to use.
+bool CheckRequest(std::string& message, const detail::SharedBlock& block, const char* busyMessage, unsigned flags,
+                  bool& writable) {
+  message.clear();
+  if (block.handle != detail::kNoSharedBlock) return Fail(message, busyMessage);
+  if (!ReadAccess(flags, writable)) return Fail(message, "Invalid permission flag(%d)", static_cast<int>(flags));
+  return true;
+}
+
 }  // namespace
 
 VXSharedMemory::VXSharedMemory(const char* name) : m_impl(new Impl) { m_impl->name = name ? name : ""; }
@@ -52,10 +62,8 @@ VXSharedMemory::~VXSharedMemory() {
 
 bool VXSharedMemory::Create(unsigned int size, unsigned int flags) {
   Impl& d = *m_impl;
-  d.errorMessage.clear();
-  if (d.createdMapping.handle != detail::kNoSharedBlock) return Fail(d.errorMessage, "Already exists");
   bool writable = false;
-  if (!ReadAccess(flags, writable)) return Fail(d.errorMessage, "Invalid permission flag(%d)", static_cast<int>(flags));
+  if (!CheckRequest(d.errorMessage, d.createdMapping, "Already exists", flags, writable)) return false;
   unsigned error = 0;
   if (!detail::CreateSharedBlock(d.name, size, writable, d.createdMapping, error)) {
     return Fail(d.errorMessage, "Create shared memory error, errorcode=%u", error);
@@ -65,10 +73,8 @@ bool VXSharedMemory::Create(unsigned int size, unsigned int flags) {
 
 bool VXSharedMemory::Attach(unsigned int flags) {
   Impl& d = *m_impl;
-  d.errorMessage.clear();
-  if (d.attachedMapping.handle != detail::kNoSharedBlock) return Fail(d.errorMessage, "Already attached");
   bool writable = false;
-  if (!ReadAccess(flags, writable)) return Fail(d.errorMessage, "Invalid permission flag(%d)", static_cast<int>(flags));
+  if (!CheckRequest(d.errorMessage, d.attachedMapping, "Already attached", flags, writable)) return false;
   unsigned error = 0;
   long long handle = detail::kNoSharedBlock;
   if (!detail::OpenSharedBlock(d.name, writable, handle, error)) {

@@ -11,19 +11,15 @@
 
 #include <unistd.h>
 
-#include <vxutility/ProcMonitor.h>
+#include "runtime/OpenMonitor.h"
 
 namespace {
 
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
 
-class Watcher : public ProcMonitor {
+class Watcher : public OpenMonitor {
  public:
-  using ProcMonitor::ProcMonitorFun;
-  using ProcMonitor::SetProcMonitorDataByPid;
-  using ProcMonitor::UpdateProcData;
-
   void WatchOwnProcess(long maxMem, int interval) {
     PROC_INFO_DATA data{};
     data.pId = getpid();

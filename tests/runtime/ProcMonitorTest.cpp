@@ -15,34 +15,13 @@
 #include <vxutility/VXProcess.h>
 
 #include "runtime/ProcMonitorDetail.h"
+#include "runtime/OpenMonitor.h"
 #include "runtime/RuntimeTestSupport.h"
 
 namespace {
 
 using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
-
-/// Opens the protected operations to the tests, as a derived class would.
-class OpenMonitor : public ProcMonitor {
- public:
-  using ProcMonitor::GetAllPidData;
-  using ProcMonitor::GetStatusByPid;
-  using ProcMonitor::KillProcess;
-  using ProcMonitor::SetProcMonitorDataByPid;
-  using ProcMonitor::SetProcMonitorDataByPName;
-  using ProcMonitor::UpdateProcData;
-
-  const PROC_INFO_DATA* Find(long pid) {
-    list_ = GetQueprocData();
-    for (const PROC_INFO_DATA& record : list_) {
-      if (record.pId == pid) return &record;
-    }
-    return nullptr;
-  }
-
- private:
-  std::deque<PROC_INFO_DATA> list_;
-};
 
 std::string OwnImageName() {
   char path[4096];
