@@ -2,6 +2,7 @@
 
 #include <vxutility/VXProcess.h>
 
+#include <climits>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -74,7 +75,7 @@ bool VXProcess::redirectStdOutput(void* stdOut, void* stdErr) {
 }
 
 bool VXProcess::start(const char* program, int argc, const char* const* argv) {
-  if (IsEmpty(program) || (argc > 0 && argv == nullptr)) return false;
+  if (IsEmpty(program) || (argc > 0 && argv == nullptr) || argc == INT_MAX) return false;
   if (m_state == XProcStarting) {
     std::printf("this process is already runing.\n");
     return false;

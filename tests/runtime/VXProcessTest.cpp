@@ -53,7 +53,7 @@ TEST(VXProcess, RefusesInvalidArgumentsWithoutStarting) {
     const char* const* argv;
   } cases[] = {
       {nullptr, 0, nullptr}, {"", 0, nullptr}, {RUNTIME_HELPER, 1, nullptr},
-      {RUNTIME_HELPER, 1, empty}, {RUNTIME_HELPER, 2, oneEmpty},
+      {RUNTIME_HELPER, 1, empty}, {RUNTIME_HELPER, 2, oneEmpty}, {RUNTIME_HELPER, INT_MAX, oneEmpty},
   };
   for (const auto& c : cases) {
     VXProcess process;
@@ -223,6 +223,15 @@ TEST(VXProcess, DestructionEndsAndCollectsARunningChild) {
   }
   EXPECT_EQ(kill(running, 0), -1);  // not even a zombie is left
   EXPECT_EQ(errno, ESRCH);
+  {
+    VXProcess process;
+    ASSERT_TRUE(StartHelper(process, {"exit", "0"}));
+    running = static_cast<pid_t>(process.pid());
+    usleep(200 * 1000);  // ended on its own, never waited for
+    CaptureStdout();
+  }
+  EXPECT_EQ(GetCapturedStdout(), "");
+  EXPECT_EQ(kill(running, 0), -1);
   {
     VXProcess process;
     ASSERT_TRUE(StartHelper(process, {"exit", "0"}));
