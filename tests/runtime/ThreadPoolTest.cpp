@@ -19,6 +19,11 @@
 
 #include "runtime/RuntimeTestUtil.h"
 
+// The sanitizers reserve far more address space than a tight limit leaves.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#define VXTEST_CAN_LIMIT_ADDRESS_SPACE 1
+#endif
+
 namespace {
 
 /// Records the order in which tasks run, and can block until told to go.
@@ -90,6 +95,7 @@ void OccupyWorkers(ThreadPool& pool, std::vector<std::unique_ptr<BlockingTask>>&
   }
 }
 
+#ifdef VXTEST_CAN_LIMIT_ADDRESS_SPACE
 /// Bytes of address space this process uses now (VmSize).
 std::size_t CurrentAddressSpace() {
   std::ifstream status("/proc/self/status");
@@ -104,6 +110,7 @@ std::size_t CurrentAddressSpace() {
   }
   return 0;
 }
+#endif
 
 }  // namespace
 
@@ -226,10 +233,6 @@ TEST(ThreadPoolTest, TaskCopiesKeepTheFinishedFlag) {
   copy = fresh;
   EXPECT_FALSE(copy.m_bFinished);
 }
-
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-#define VXTEST_CAN_LIMIT_ADDRESS_SPACE 1
-#endif
 
 // A pool whose workers cannot all be started: CreatPool reports it and gives
 // -1, and the workers already started are stopped by PoolDestroy. Run in a
