@@ -2,6 +2,7 @@
 /// Every header of the base library.
 
 #include <vxbase/Array.h>
+#include <vxbase/Dib.h>
 #include <vxbase/Geometry.h>
 #include <vxbase/Matrix.h>
 #include <vxbase/Memory.h>
