@@ -46,6 +46,23 @@ class MemoryFile {
   }
   std::size_t GetPosition() const { return m_nPosition; }
   std::size_t GetSize() const { return m_nSize; }
+  const unsigned char* GetData() const { return m_pData; }
+  /// Fills the block with the whole of `reader` from its start; false when
+  /// its size is unknown or memory runs out.
+  bool LoadFrom(ICA_StreamReader& reader) {
+    const std::int64_t size = reader.GetSize();
+    if (size < 0 || static_cast<std::uint64_t>(size) > SIZE_MAX / 4 || !reader.Seek(0)) return false;
+    if (size > 0 && !Grow(static_cast<std::size_t>(size))) return false;
+    std::size_t done = 0;
+    while (done < static_cast<std::size_t>(size)) {
+      const std::size_t got = reader.Read(m_pData + done, static_cast<std::size_t>(size) - done);
+      if (got == 0) return false;
+      done += got;
+    }
+    m_nSize = done;
+    m_nPosition = 0;
+    return true;
+  }
   /// Hands the whole block to `writer`.
   bool CopyTo(ICA_StreamWriter& writer) const { return m_nSize == 0 || writer.Write(m_pData, m_nSize); }
 

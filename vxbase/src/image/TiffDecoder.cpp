@@ -1,4 +1,4 @@
-// TIFF decoding with libtiff, first page only. Plain 8-bit gray and RGB
+// TIFF decoding with libtiff, first page only, from the whole file in memory. Plain 8-bit gray and RGB
 // strips (with or without an unassociated alpha sample) are read row by row
 // as they are; every other variant (palette, bilevel, 16-bit, CMYK, YCbCr,
 // tiles, associated alpha, separate planes) goes through libtiff's RGBA
@@ -14,23 +14,6 @@
 
 namespace vxbase_image {
 namespace {
-
-ICA_StreamReader* ReaderOf(thandle_t handle) { return static_cast<ICA_StreamReader*>(handle); }
-
-tmsize_t ReadProc(thandle_t handle, void* buffer, tmsize_t size) {
-  return size <= 0 ? 0 : static_cast<tmsize_t>(ReaderOf(handle)->Read(buffer, static_cast<std::size_t>(size)));
-}
-tmsize_t NoWrite(thandle_t, void*, tmsize_t) { return 0; }
-toff_t SeekProc(thandle_t handle, toff_t offset, int whence) {
-  ICA_StreamReader* reader = ReaderOf(handle);
-  std::int64_t base = 0;
-  if (whence == SEEK_CUR) base = reader->GetPosition();
-  if (whence == SEEK_END) base = reader->GetSize();
-  const std::int64_t target = base + static_cast<std::int64_t>(offset);
-  if (offset > toff_t(INT64_MAX) || target < 0 || !reader->Seek(target)) return static_cast<toff_t>(-1);
-  return static_cast<toff_t>(target);
-}
-toff_t SizeProc(thandle_t handle) { return static_cast<toff_t>(ReaderOf(handle)->GetSize()); }
 
 /// Rows of libtiff's RGBA raster per band: about 4 MiB, at least one row.
 constexpr std::size_t kBandBytes = 4u << 20;
@@ -58,7 +41,8 @@ class TiffDecoder final : public DecoderBase {
 
  protected:
   bool ReadHeader(ICA_StreamReader& reader) override {
-    m_pTiff = OpenQuietTiff("rm", &reader, ReadProc, NoWrite, SeekProc, SizeProc);
+    if (!m_File.LoadFrom(reader)) return false;
+    m_pTiff = OpenQuietTiff("r", &m_File);
     if (m_pTiff == nullptr) return false;
     std::uint32_t width = 0, height = 0;
     std::uint16_t samples = 1, bits = 1, photometric = 0, planar = PLANARCONFIG_CONTIG;
@@ -140,6 +124,7 @@ class TiffDecoder final : public DecoderBase {
     return ok;
   }
 
+  MemoryFile m_File;  // the whole file; libtiff reads it as a mapping
   TIFF* m_pTiff = nullptr;
   bool m_bDirect = false;
   int m_nSamples = 1;

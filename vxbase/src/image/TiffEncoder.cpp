@@ -14,25 +14,6 @@
 namespace vxbase_image {
 namespace {
 
-MemoryFile* FileOf(thandle_t handle) { return static_cast<MemoryFile*>(handle); }
-
-tmsize_t ReadProc(thandle_t handle, void* buffer, tmsize_t size) {
-  return size <= 0 ? 0 : static_cast<tmsize_t>(FileOf(handle)->Read(buffer, static_cast<std::size_t>(size)));
-}
-tmsize_t WriteProc(thandle_t handle, void* buffer, tmsize_t size) {
-  return size >= 0 && FileOf(handle)->Write(buffer, static_cast<std::size_t>(size)) ? size : -1;
-}
-toff_t SeekProc(thandle_t handle, toff_t offset, int whence) {
-  MemoryFile* file = FileOf(handle);
-  std::int64_t base = 0;
-  if (whence == SEEK_CUR) base = static_cast<std::int64_t>(file->GetPosition());
-  if (whence == SEEK_END) base = static_cast<std::int64_t>(file->GetSize());
-  const std::int64_t target = base + static_cast<std::int64_t>(offset);
-  if (offset > toff_t(INT64_MAX) || !file->Seek(target)) return static_cast<toff_t>(-1);
-  return static_cast<toff_t>(target);
-}
-toff_t SizeProc(thandle_t handle) { return static_cast<toff_t>(FileOf(handle)->GetSize()); }
-
 /// Turns one row of the bitmap into TIFF sample order (R, G, B[, A]).
 void ToTiffSamples(const std::uint8_t* in, std::uint8_t* out, CA_DibFormat format, int width) {
   const int step = format == CA_DibFormat_Argb32 ? 4 : 3;
@@ -46,7 +27,7 @@ class TiffEncoder final : public EncoderBase {
  protected:
   bool EncodeDib(const CCA_Dib& dib, ICA_StreamWriter& writer) override {
     MemoryFile file;
-    TIFF* tiff = OpenQuietTiff("w", &file, ReadProc, WriteProc, SeekProc, SizeProc);
+    TIFF* tiff = OpenQuietTiff("wm", &file);
     if (tiff == nullptr) return false;
     const bool written = WritePage(tiff, dib);
     TIFFClose(tiff);  // writes the directory
