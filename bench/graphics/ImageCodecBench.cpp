@@ -218,13 +218,13 @@ void JpegEncodeDirect(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * kWidth * kHeight);
 }
 
-BENCHMARK_CAPTURE(Decode, png_decode/ours, CA_ImageFormat_PNG)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Decode, png, CA_ImageFormat_PNG)->Name("png_decode/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(PngDecodeDirect)->Name("png_decode/libpng")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Encode, png_encode/ours, CA_ImageFormat_PNG)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Encode, png, CA_ImageFormat_PNG)->Name("png_encode/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(PngEncodeDirect)->Name("png_encode/libpng")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Decode, jpeg_decode/ours, CA_ImageFormat_JPEG)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Decode, jpeg, CA_ImageFormat_JPEG)->Name("jpeg_decode/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(JpegDecodeDirect)->Name("jpeg_decode/libjpeg")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Encode, jpeg_encode/ours, CA_ImageFormat_JPEG)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Encode, jpeg, CA_ImageFormat_JPEG)->Name("jpeg_encode/ours")->Unit(benchmark::kMillisecond);
 BENCHMARK(JpegEncodeDirect)->Name("jpeg_encode/libjpeg")->Unit(benchmark::kMillisecond);
 
 }  // namespace
