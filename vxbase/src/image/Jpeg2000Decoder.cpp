@@ -5,12 +5,11 @@
 // The library's messages are dropped. Images with more than four components,
 // or whose decoded samples would take more than 1 GiB, are refused at Open.
 
-#include <openjpeg.h>
-
 #include <algorithm>
 #include <new>
 
 #include "image/Codecs.h"
+#include "image/Jpeg2000Support.h"
 #include "image/PixelRow.h"
 
 namespace vxbase_image {
@@ -31,7 +30,6 @@ OPJ_OFF_T SkipProc(OPJ_OFF_T count, void* data) {
   return reader->Seek(position + count) ? count : -1;
 }
 OPJ_BOOL SeekProc(OPJ_OFF_T position, void* data) { return ReaderOf(data)->Seek(position) ? OPJ_TRUE : OPJ_FALSE; }
-void DropMessage(const char*, void*) {}
 
 /// One component's sample for image pixel (x, y), as 0...255.
 struct ComponentReader {
@@ -68,17 +66,11 @@ class Jpeg2000Decoder final : public DecoderBase {
  protected:
   bool ReadHeader(ICA_StreamReader& reader) override {
     const bool raw = CA_IsRawJpeg2000(&reader);
-    m_pStream = opj_stream_create(64 * 1024, OPJ_TRUE);
+    m_pStream = OpenJpegStream(true, &reader, ReadProc, SkipProc, SeekProc);
     m_pCodec = opj_create_decompress(raw ? OPJ_CODEC_J2K : OPJ_CODEC_JP2);
     if (m_pStream == nullptr || m_pCodec == nullptr) return false;
-    opj_stream_set_user_data(m_pStream, &reader, nullptr);
     opj_stream_set_user_data_length(m_pStream, static_cast<OPJ_UINT64>(reader.GetSize()));
-    opj_stream_set_read_function(m_pStream, ReadProc);
-    opj_stream_set_skip_function(m_pStream, SkipProc);
-    opj_stream_set_seek_function(m_pStream, SeekProc);
-    opj_set_info_handler(m_pCodec, DropMessage, nullptr);
-    opj_set_warning_handler(m_pCodec, DropMessage, nullptr);
-    opj_set_error_handler(m_pCodec, DropMessage, nullptr);
+    SilenceCodec(m_pCodec);
     opj_dparameters_t parameters;
     opj_set_default_decoder_parameters(&parameters);
     if (!opj_setup_decoder(m_pCodec, &parameters) || !opj_read_header(m_pStream, m_pCodec, &m_pImage)) return false;

@@ -3,11 +3,10 @@
 // and alpha. The codec seeks back in its output, so the file is built in
 // memory and handed to the writer whole.
 
-#include <openjpeg.h>
-
 #include <new>
 
 #include "image/Codecs.h"
+#include "image/Jpeg2000Support.h"
 #include "image/MemoryFile.h"
 
 namespace vxbase_image {
@@ -23,7 +22,6 @@ OPJ_OFF_T SkipProc(OPJ_OFF_T count, void* data) {
   return file->Seek(static_cast<std::int64_t>(file->GetPosition()) + count) ? count : -1;
 }
 OPJ_BOOL SeekProc(OPJ_OFF_T position, void* data) { return FileOf(data)->Seek(position) ? OPJ_TRUE : OPJ_FALSE; }
-void DropMessage(const char*, void*) {}
 
 /// Resolution levels the image is large enough for (the library refuses more).
 int ResolutionsFor(int width, int height) {
@@ -70,16 +68,10 @@ class Jpeg2000Encoder final : public EncoderBase {
     MemoryFile file;
     opj_image_t* image = ImageFrom(dib);
     opj_codec_t* codec = opj_create_compress(OPJ_CODEC_JP2);
-    opj_stream_t* stream = opj_stream_create(64 * 1024, OPJ_FALSE);
+    opj_stream_t* stream = OpenJpegStream(false, &file, WriteProc, SkipProc, SeekProc);
     bool ok = image != nullptr && codec != nullptr && stream != nullptr;
     if (ok) {
-      opj_stream_set_user_data(stream, &file, nullptr);
-      opj_stream_set_write_function(stream, WriteProc);
-      opj_stream_set_skip_function(stream, SkipProc);
-      opj_stream_set_seek_function(stream, SeekProc);
-      opj_set_info_handler(codec, DropMessage, nullptr);
-      opj_set_warning_handler(codec, DropMessage, nullptr);
-      opj_set_error_handler(codec, DropMessage, nullptr);
+      SilenceCodec(codec);
       opj_cparameters_t parameters;
       opj_set_default_encoder_parameters(&parameters);
       parameters.tcp_numlayers = 1;
