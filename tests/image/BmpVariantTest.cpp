@@ -25,9 +25,13 @@ struct BmpSpec {
 /// A 3 x |height| BMP whose pixel (x, y) holds `value(x, y)` in file order.
 std::string MakeBmp(const BmpSpec& spec, unsigned (*value)(int, int)) {
   const int width = 3, rows = spec.height < 0 ? -spec.height : spec.height;
-  const unsigned infoSize = spec.coreHeader ? 12 : spec.masks.empty() ? 40 : 108;
+  // Alpha bit fields (compression 6) keep the 40-byte header and put the
+  // four masks after it; other bit fields use a version 4 header.
+  const bool masksAfter = spec.compression == 6;
+  const unsigned infoSize = spec.coreHeader ? 12 : spec.masks.empty() || masksAfter ? 40 : 108;
+  const unsigned masksSize = masksAfter ? 16 : 0;
   const unsigned paletteSize = unsigned(spec.palette.size()) * (spec.coreHeader ? 3 : 4);
-  const unsigned offset = 14 + infoSize + paletteSize;
+  const unsigned offset = 14 + infoSize + masksSize + paletteSize;
   std::string bmp = "BM";
   Put32(bmp, 0), Put32(bmp, 0), Put32(bmp, offset);
   Put32(bmp, infoSize);
@@ -39,7 +43,7 @@ std::string MakeBmp(const BmpSpec& spec, unsigned (*value)(int, int)) {
     Put32(bmp, unsigned(spec.palette.size())), Put32(bmp, 0);
     if (!spec.masks.empty()) {
       for (int i = 0; i < 4; ++i) Put32(bmp, i < int(spec.masks.size()) ? spec.masks[i] : 0);
-      bmp.append(infoSize - 56, '\0');
+      if (!masksAfter) bmp.append(infoSize - 56, '\0');
     }
   }
   for (unsigned c : spec.palette) {
@@ -104,6 +108,8 @@ TEST(BmpVariants, EveryDepthAndRowOrderDecodes) {
        [](unsigned v) { return 0xFF000000u | v; }},
       {"32-bit bit fields with alpha", {32, 2, 3, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}, {}, false}, Pixel32,
        CA_DibFormat_Argb32, [](unsigned v) { return v; }},
+      {"32-bit alpha bit fields after a short header", {32, 2, 6, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}, {}, false},
+       Pixel32, CA_DibFormat_Argb32, [](unsigned v) { return v; }},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);

@@ -43,7 +43,7 @@ class BmpDecoder final : public DecoderBase {
   bool DecodePixels(ICA_StreamReader& reader, CCA_Dib& dib) override;
 
  private:
-  bool ReadMasks(ICA_StreamReader& reader, const unsigned char* info, std::uint32_t infoSize);
+  bool ReadMasks(ICA_StreamReader& reader, const unsigned char* info, std::uint32_t infoSize, bool alphaMask);
   bool ReadPalette(ICA_StreamReader& reader, std::uint32_t count, int entrySize);
   void DecodeRow(const unsigned char* in, std::uint8_t* out) const;
 
@@ -92,7 +92,7 @@ bool BmpDecoder::ReadHeader(ICA_StreamReader& reader) {
     }
     case 16: case 32:
       if (m_bBitFields) {
-        if (!ReadMasks(reader, info, infoSize)) return false;
+        if (!ReadMasks(reader, info, infoSize, compression == kBiAlphaBitFields)) return false;
       } else if (m_nBits == 16) {
         m_Red = Channel(0x7C00), m_Green = Channel(0x03E0), m_Blue = Channel(0x001F);
       } else {
@@ -107,12 +107,14 @@ bool BmpDecoder::ReadHeader(ICA_StreamReader& reader) {
   return true;
 }
 
-/// Masks sit in the info header from version 2 on, else right after it.
-bool BmpDecoder::ReadMasks(ICA_StreamReader& reader, const unsigned char* info, std::uint32_t infoSize) {
+/// Masks sit in the info header from version 2 on, else right after it
+/// (with an alpha mask too when the compression says so).
+bool BmpDecoder::ReadMasks(ICA_StreamReader& reader, const unsigned char* info, std::uint32_t infoSize,
+                           bool alphaMask) {
   unsigned char masks[16] = {};
   if (infoSize >= 52) {
     std::memcpy(masks, info + 40, infoSize >= 56 ? 16 : 12);
-  } else if (!ReadExactly(reader, masks, 12)) {
+  } else if (!ReadExactly(reader, masks, alphaMask ? 16 : 12)) {
     return false;
   }
   m_Red = Channel(LoadLe32(masks)), m_Green = Channel(LoadLe32(masks + 4));
