@@ -35,14 +35,18 @@ TEST_F(ImageCli, ConvertsByExtensionAndDescribes) {
   DibPtr dib = MakeTestDib(21, 13, CA_DibFormat_Argb32);
   const std::string input = WriteFile("in.bmp", EncodeToBytes(dib.get(), CA_ImageFormat_BMP));
   struct Case {
+    CA_ImageFormat format;
     const char* out;
     const char* info;
   } cases[] = {
-      {"a.png", "format: PNG\nsize: 21x13\npixel format: Argb32\n"},
-      {"b.JPG", "format: JPEG\nsize: 21x13\npixel format: Rgb24\n"},
-      {"c.tiff", "format: TIF\nsize: 21x13\npixel format: Argb32\n"},
+      {CA_ImageFormat_BMP, "z.dib", "format: BMP\nsize: 21x13\npixel format: Argb32\n"},
+      {CA_ImageFormat_PNG, "a.png", "format: PNG\nsize: 21x13\npixel format: Argb32\n"},
+      {CA_ImageFormat_JPEG, "b.JPG", "format: JPEG\nsize: 21x13\npixel format: Rgb24\n"},
+      {CA_ImageFormat_TIF, "c.tiff", "format: TIF\nsize: 21x13\npixel format: Argb32\n"},
   };
   for (const Case& c : cases) {
+    std::unique_ptr<ICA_ImageEncoder> encoder(CCA_Context::Get()->GetCodecFactory()->CreateImageEncoder(c.format));
+    if (!encoder) continue;  // not in this build
     const CliRun convert = Vxutil("image convert " + input + " " + Path(c.out));
     EXPECT_EQ(convert.status, 0) << c.out;
     const CliRun info = Vxutil("image info " + Path(c.out));
