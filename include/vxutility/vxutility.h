@@ -10,6 +10,7 @@
 #include <vxutility/HitTest.h>
 #include <vxutility/PageRange.h>
 #include <vxutility/TempFile.h>
+#include <vxutility/TextDraw.h>
 #include <vxutility/Version.h>
 #include <vxutility/VXFileInfo.h>
 #include <vxutility/VXJson.h>

@@ -2,7 +2,9 @@
 /// Every header of the base library.
 
 #include <vxbase/Array.h>
+#include <vxbase/Device.h>
 #include <vxbase/Dib.h>
+#include <vxbase/Font.h>
 #include <vxbase/Geometry.h>
 #include <vxbase/Matrix.h>
 #include <vxbase/Memory.h>

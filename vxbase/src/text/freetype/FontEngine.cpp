@@ -1,0 +1,333 @@
+// Font backend over FreeType and fontconfig. One engine per font manager
+// keeps every face it opened and the glyphs it rendered, so a run of text
+// costs lookups and blending once its glyphs have been seen.
+
+#include "text/FontEngine.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_GLYPH_H
+
+#include <fontconfig/fontconfig.h>
+
+#include <cmath>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "text/freetype/FaceLookup.h"
+
+namespace vxbase_detail {
+namespace {
+
+/// Sizes (pixels, after the matrix's scale) past this are refused: one glyph
+/// of that size is already 16 MB of coverage.
+constexpr double kMaxPixelSize = 4096.0;
+/// Pens that wander this far from the bitmap stop the run.
+constexpr double kMaxPen = 1e9;
+/// The glyph cache is emptied when it grows past either bound.
+constexpr std::size_t kMaxCachedGlyphs = 8192;
+constexpr std::size_t kMaxCachedBytes = std::size_t(64) << 20;
+constexpr std::size_t kMaxCachedChars = 65536;
+
+struct OpenFace {
+  FT_Face face = nullptr;
+  int id = 0;
+  FT_F26Dot6 size = 0;  // the size last set on `face`
+};
+
+/// Glyph scale and transform in FreeType's fixed-point units.
+struct Scale {
+  FT_F26Dot6 size;
+  FT_Matrix transform;  // 16.16, y up
+  bool identity;
+};
+
+struct GlyphKey {
+  int face;
+  FT_UInt glyph;
+  FT_F26Dot6 size;
+  FT_Fixed xx, xy, yx, yy;
+  bool operator==(const GlyphKey& o) const {
+    return face == o.face && glyph == o.glyph && size == o.size && xx == o.xx && xy == o.xy && yx == o.yx &&
+           yy == o.yy;
+  }
+};
+
+struct GlyphKeyHash {
+  std::size_t operator()(const GlyphKey& k) const {
+    std::size_t h = std::hash<long>()(k.size) * 31 + k.glyph;
+    h = h * 31 + static_cast<std::size_t>(k.face);
+    h = h * 31 + std::hash<long>()(k.xx ^ (k.yy << 1));
+    return h * 31 + std::hash<long>()(k.xy ^ (k.yx << 1));
+  }
+};
+
+struct CachedGlyph {
+  std::vector<unsigned char> coverage;
+  int width = 0;
+  int rows = 0;
+  int left = 0;
+  int top = 0;
+  double advanceX = 0;  // device pixels, y down
+  double advanceY = 0;
+};
+
+bool Finite(double v) { return std::isfinite(v); }
+
+/// The matrix's largest stretch of a unit length, a bound on glyph growth.
+double MatrixStretch(const CCA_Matrix& m) {
+  return std::max(std::hypot(m.a, m.b), std::hypot(m.c, m.d));
+}
+
+/// Scales `face` to `size` (26.6 pixels) unless it already is.
+bool SetSize(OpenFace* face, FT_F26Dot6 size) {
+  if (face->size == size) return true;
+  if (FT_Set_Char_Size(face->face, 0, size, 72, 72) != 0) return false;
+  face->size = size;
+  return true;
+}
+
+FT_Fixed ToFixed16(double v) { return static_cast<FT_Fixed>(std::lround(v * 65536.0)); }
+
+/// Copies a rendered bitmap as 8-bit coverage; false for a layout we do not
+/// know.
+bool CopyCoverage(const FT_Bitmap& bitmap, CachedGlyph& glyph) {
+  glyph.width = static_cast<int>(bitmap.width);
+  glyph.rows = static_cast<int>(bitmap.rows);
+  glyph.coverage.assign(static_cast<std::size_t>(glyph.width) * glyph.rows, 0);
+  const int pitch = bitmap.pitch;
+  for (int y = 0; y < glyph.rows; ++y) {
+    const unsigned char* src =
+        pitch >= 0 ? bitmap.buffer + static_cast<std::ptrdiff_t>(y) * pitch
+                   : bitmap.buffer + static_cast<std::ptrdiff_t>(glyph.rows - 1 - y) * -pitch;
+    unsigned char* dst = glyph.coverage.data() + static_cast<std::size_t>(y) * glyph.width;
+    if (bitmap.pixel_mode == FT_PIXEL_MODE_GRAY) {
+      std::memcpy(dst, src, static_cast<std::size_t>(glyph.width));
+    } else if (bitmap.pixel_mode == FT_PIXEL_MODE_MONO) {
+      for (int x = 0; x < glyph.width; ++x) dst[x] = (src[x >> 3] & (0x80 >> (x & 7))) ? 255 : 0;
+    } else {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+class FontEngine {
+ public:
+  FontEngine() = default;
+  ~FontEngine() {
+    m_Faces.clear();
+    if (m_Library != nullptr) FT_Done_FreeType(m_Library);
+  }
+  FontEngine(const FontEngine&) = delete;
+  FontEngine& operator=(const FontEngine&) = delete;
+
+  bool Start() {
+    FcInit();
+    return FT_Init_FreeType(&m_Library) == 0;
+  }
+
+  bool Match(const FontRequest& request, FontFace& face) {
+    std::lock_guard<std::mutex> hold(m_Lock);
+    return LookUpFace(request, face);
+  }
+
+  int Render(const FontFace& face, const TextRun& run, GlyphSink& sink);
+
+ private:
+  struct FaceCloser {
+    void operator()(OpenFace* f) const {
+      if (f->face != nullptr) FT_Done_Face(f->face);
+      delete f;
+    }
+  };
+  using FacePtr = std::unique_ptr<OpenFace, FaceCloser>;
+
+  OpenFace* Open(const FontFace& face);
+  OpenFace* DefaultFace();
+  OpenFace* FaceFor(char32_t ch, OpenFace* primary, const TextRun& run, FT_UInt& glyph);
+  const CachedGlyph* Glyph(OpenFace* face, FT_UInt glyph, const Scale& scale);
+  static bool MakeScale(const TextRun& run, Scale& scale);
+
+  std::mutex m_Lock;
+  FT_Library m_Library = nullptr;
+  std::map<std::pair<std::string, int>, FacePtr> m_Faces;  // failures kept as null faces
+  std::vector<OpenFace*> m_Fallbacks;                      // faces opened for missing characters
+  std::unordered_map<char32_t, OpenFace*> m_CharFaces;     // null: no installed face has it
+  bool m_bDefaultLooked = false;
+  OpenFace* m_pDefault = nullptr;
+  std::unordered_map<GlyphKey, CachedGlyph, GlyphKeyHash> m_Glyphs;
+  std::size_t m_nGlyphBytes = 0;
+};
+
+OpenFace* FontEngine::Open(const FontFace& face) {
+  auto key = std::make_pair(face.path, face.index);
+  auto found = m_Faces.find(key);
+  if (found != m_Faces.end()) return found->second->face != nullptr ? found->second.get() : nullptr;
+  FacePtr opened(new OpenFace);
+  opened->id = static_cast<int>(m_Faces.size()) + 1;
+  if (FT_New_Face(m_Library, face.path.c_str(), face.index, &opened->face) != 0) {
+    opened->face = nullptr;
+  } else if (!FT_IS_SCALABLE(opened->face) || FT_Select_Charmap(opened->face, FT_ENCODING_UNICODE) != 0) {
+    FT_Done_Face(opened->face);
+    opened->face = nullptr;
+  }
+  OpenFace* result = opened->face != nullptr ? opened.get() : nullptr;
+  m_Faces.emplace(std::move(key), std::move(opened));
+  return result;
+}
+
+OpenFace* FontEngine::DefaultFace() {
+  if (!m_bDefaultLooked) {
+    m_bDefaultLooked = true;
+    FontRequest request;
+    request.flags = 1;  // any face
+    FontFace face;
+    if (LookUpFace(request, face)) m_pDefault = Open(face);
+  }
+  return m_pDefault;
+}
+
+OpenFace* FontEngine::FaceFor(char32_t ch, OpenFace* primary, const TextRun& run, FT_UInt& glyph) {
+  glyph = FT_Get_Char_Index(primary->face, ch);
+  if (glyph != 0 || ch < 0x20) return primary;
+  auto known = m_CharFaces.find(ch);
+  OpenFace* chosen = nullptr;
+  if (known != m_CharFaces.end()) {
+    chosen = known->second;
+  } else {
+    for (OpenFace* fallback : m_Fallbacks) {
+      if (FT_Get_Char_Index(fallback->face, ch) != 0) {
+        chosen = fallback;
+        break;
+      }
+    }
+    FontFace face;
+    if (chosen == nullptr && LookUpFaceForChar(ch, run.weight, run.italic, face)) {
+      chosen = Open(face);
+      if (chosen != nullptr && FT_Get_Char_Index(chosen->face, ch) == 0) chosen = nullptr;
+      if (chosen != nullptr) m_Fallbacks.push_back(chosen);
+    }
+    if (m_CharFaces.size() >= kMaxCachedChars) m_CharFaces.clear();
+    m_CharFaces.emplace(ch, chosen);
+  }
+  if (chosen == nullptr) return primary;  // its missing-glyph box
+  glyph = FT_Get_Char_Index(chosen->face, ch);
+  return chosen;
+}
+
+bool FontEngine::MakeScale(const TextRun& run, Scale& scale) {
+  const CCA_Matrix& m = run.matrix;
+  for (float v : {m.a, m.b, m.c, m.d, m.e, m.f}) {
+    if (!Finite(v)) return false;
+  }
+  const double size = run.size;
+  if (!Finite(size) || size <= 0) return false;
+  const double det = static_cast<double>(m.a) * m.d - static_cast<double>(m.b) * m.c;
+  if (std::fabs(det) < 1e-6) return false;
+  const double stretch = MatrixStretch(m);
+  if (size * stretch > kMaxPixelSize || size * 64.0 < 1.0 || stretch > kMaxPixelSize) return false;
+  scale.size = static_cast<FT_F26Dot6>(std::lround(size * 64.0));
+  scale.identity = m.a == 1 && m.b == 0 && m.c == 0 && m.d == 1;
+  // Text space has y down, FreeType y up: conjugate the linear part by the flip.
+  scale.transform.xx = ToFixed16(m.a);
+  scale.transform.xy = ToFixed16(-m.c);
+  scale.transform.yx = ToFixed16(-m.b);
+  scale.transform.yy = ToFixed16(m.d);
+  return true;
+}
+
+const CachedGlyph* FontEngine::Glyph(OpenFace* face, FT_UInt glyph, const Scale& scale) {
+  const FT_Matrix& t = scale.transform;
+  const GlyphKey key{face->id, glyph, scale.size, t.xx, t.xy, t.yx, t.yy};
+  auto found = m_Glyphs.find(key);
+  if (found != m_Glyphs.end()) return &found->second;
+
+  if (!SetSize(face, scale.size)) return nullptr;
+  FT_Matrix transform = t;
+  FT_Set_Transform(face->face, scale.identity ? nullptr : &transform, nullptr);
+  if (FT_Load_Glyph(face->face, glyph, FT_LOAD_DEFAULT | FT_LOAD_NO_BITMAP) != 0) return nullptr;
+  FT_GlyphSlot slot = face->face->glyph;
+  if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0) return nullptr;
+
+  CachedGlyph rendered;
+  if (!CopyCoverage(slot->bitmap, rendered)) return nullptr;
+  rendered.left = slot->bitmap_left;
+  rendered.top = slot->bitmap_top;
+  rendered.advanceX = slot->advance.x / 64.0;
+  rendered.advanceY = -slot->advance.y / 64.0;
+
+  if (m_Glyphs.size() >= kMaxCachedGlyphs || m_nGlyphBytes + rendered.coverage.size() > kMaxCachedBytes) {
+    m_Glyphs.clear();
+    m_nGlyphBytes = 0;
+  }
+  m_nGlyphBytes += rendered.coverage.size();
+  return &m_Glyphs.emplace(key, std::move(rendered)).first->second;
+}
+
+int FontEngine::Render(const FontFace& face, const TextRun& run, GlyphSink& sink) {
+  Scale scale;
+  if (run.text == nullptr || run.length <= 0 || !MakeScale(run, scale)) return 0;
+  std::lock_guard<std::mutex> hold(m_Lock);
+  OpenFace* primary = face.path.empty() ? DefaultFace() : Open(face);
+  if (primary == nullptr) return 0;
+
+  const CCA_Matrix& m = run.matrix;
+  double penX = m.e;
+  double penY = m.f;
+  OpenFace* previousFace = nullptr;
+  FT_UInt previousGlyph = 0;
+  int placed = 0;
+  for (int i = 0; i < run.length; ++i) {
+    FT_UInt glyphIndex = 0;
+    OpenFace* current = FaceFor(run.text[i], primary, run, glyphIndex);
+    const CachedGlyph* glyph = Glyph(current, glyphIndex, scale);
+    if (glyph == nullptr) continue;
+    if (current == previousFace && previousGlyph != 0 && glyphIndex != 0 && FT_HAS_KERNING(current->face)) {
+      FT_Vector kern{0, 0};
+      if (SetSize(current, scale.size) &&
+          FT_Get_Kerning(current->face, previousGlyph, glyphIndex, FT_KERNING_DEFAULT, &kern) == 0) {
+        penX += m.a * (kern.x / 64.0);
+        penY += m.b * (kern.x / 64.0);
+      }
+    }
+    if (std::fabs(penX) > kMaxPen || std::fabs(penY) > kMaxPen) break;
+    const int originX = static_cast<int>(std::floor(penX + 0.5));
+    const int originY = static_cast<int>(std::floor(penY + 0.5));
+    if (glyph->width > 0 && glyph->rows > 0) {
+      sink.Blend(GlyphMask{glyph->coverage.data(), glyph->width, glyph->rows, glyph->width,
+                           originX + glyph->left, originY - glyph->top});
+    }
+    penX += glyph->advanceX;
+    penY += glyph->advanceY;
+    previousFace = current;
+    previousGlyph = glyphIndex;
+    ++placed;
+  }
+  return placed;
+}
+
+FontEngine* NewFontEngine() {
+  std::unique_ptr<FontEngine> engine(new (std::nothrow) FontEngine);
+  if (!engine || !engine->Start()) return nullptr;
+  return engine.release();
+}
+
+void DeleteFontEngine(FontEngine* engine) { delete engine; }
+
+bool MatchFont(FontEngine* engine, const FontRequest& request, FontFace& face) {
+  return engine != nullptr && engine->Match(request, face);
+}
+
+int RenderText(FontEngine* engine, const FontFace& face, const TextRun& run, GlyphSink& sink) {
+  return engine != nullptr ? engine->Render(face, run, sink) : 0;
+}
+
+}  // namespace vxbase_detail
