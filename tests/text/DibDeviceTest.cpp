@@ -146,6 +146,29 @@ TEST(CCA_DibDevice, BlendsTheColoursAlpha) {
   EXPECT_TRUE(FindInk(dib, 0).Empty()) << "a transparent colour leaves no ink";
 }
 
+TEST(CCA_DibDevice, OpaqueBitmapsBlendAlikeInEveryLayout) {
+  // Argb32 over opaque pixels takes a four-pixel path; Rgb24 goes pixel by
+  // pixel. Both must give the same colours, glyph edges and clipped ends too.
+  for (unsigned int color : {0xFF336699u, 0x80FF0000u, 0x30000000u}) {
+    for (float x : {3.0f, 517.0f}) {
+      CCA_Dib argb, rgb;
+      ASSERT_TRUE(argb.Create(601, 40, CA_DibFormat_Argb32));
+      ASSERT_TRUE(rgb.Create(601, 40, CA_DibFormat_Rgb24));
+      Fill(argb, 0xFFF0E0D0);
+      Fill(rgb, 0xFFF0E0D0);
+      for (CCA_Dib* dib : {&argb, &rgb}) {
+        DrawDirect(*dib, L"Hamburgefonstiv", 23, CCA_Matrix(1, 0, 0, 1, x, 36), color);
+        DrawDirect(*dib, L"Wavy", 17, CCA_Matrix(1, 0, 0, 1, x + 11, 30), color);
+      }
+      int differing = 0;
+      for (int y = 0; y < 40; ++y)
+        for (int px = 0; px < 601; ++px) differing += argb.GetPixel(px, y) != rgb.GetPixel(px, y);
+      EXPECT_EQ(differing, 0) << std::hex << color;
+      EXPECT_FALSE(FindInk(rgb, 0xFFF0E0D0).Empty());
+    }
+  }
+}
+
 TEST(CCA_DibDevice, FollowsTheMatrix) {
   auto inkOf = [](const wchar_t* text, CCA_Matrix matrix) {
     CCA_Dib dib;
@@ -220,9 +243,12 @@ TEST(CCA_DibDevice, ClipsInkOutsideTheBitmap) {
                                 CCA_Matrix(1, 0, 0, 1, 25, 60), CCA_Matrix(1, 0, 0, 1, -5e8f, 5e8f),
                                 CCA_Matrix(-1, 0, 0, 1, 2, 30)};
   for (const CCA_Matrix& origin : origins) {
-    CCA_Dib dib;
-    ASSERT_TRUE(dib.Create(30, 30, CA_DibFormat_Rgb24));
-    EXPECT_EQ(DrawDirect(dib, L"HgÅ", 48, origin), 3);
+    for (CA_DibFormat format : {CA_DibFormat_Rgb24, CA_DibFormat_Argb32}) {
+      CCA_Dib dib;
+      ASSERT_TRUE(dib.Create(30, 30, format));
+      Fill(dib, 0xFFFFFFFF);
+      EXPECT_EQ(DrawDirect(dib, L"HgÅ", 48, origin), 3);
+    }
   }
   CCA_Dib dib;
   ASSERT_TRUE(dib.Create(30, 30, CA_DibFormat_Gray8));

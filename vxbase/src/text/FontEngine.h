@@ -27,7 +27,9 @@ struct FontFace {
 };
 
 /// An antialiased glyph ready to blend: coverage 0 ... 255 per pixel, its
-/// top-left corner at device pixel (left, top).
+/// top-left corner at device pixel (left, top). Each row is followed by at
+/// least 3 bytes of zero coverage (pitch >= width + 3), so blenders may
+/// read a row in groups of four.
 struct GlyphMask {
   const unsigned char* coverage;
   int width;

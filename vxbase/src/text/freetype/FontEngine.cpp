@@ -10,7 +10,9 @@
 
 #include <fontconfig/fontconfig.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <memory>
@@ -33,12 +35,25 @@ constexpr double kMaxPen = 1e9;
 constexpr std::size_t kMaxCachedGlyphs = 8192;
 constexpr std::size_t kMaxCachedBytes = std::size_t(64) << 20;
 constexpr std::size_t kMaxCachedChars = 65536;
+constexpr std::size_t kMaxStrikes = 64;
 
 struct OpenFace {
   FT_Face face = nullptr;
   int id = 0;
-  FT_F26Dot6 size = 0;  // the size last set on `face`
+  FT_F26Dot6 size = 0;                // the size last set on `face`
+  std::vector<FT_UInt> asciiGlyphs;  // glyph of each ASCII character, once looked up
 };
+
+constexpr FT_UInt kNotLookedUp = ~FT_UInt(0);
+
+/// The face's glyph for `ch`; 0 when it has none.
+FT_UInt GlyphIndex(OpenFace* face, char32_t ch) {
+  if (ch >= 128) return FT_Get_Char_Index(face->face, ch);
+  if (face->asciiGlyphs.empty()) face->asciiGlyphs.assign(128, kNotLookedUp);
+  FT_UInt& glyph = face->asciiGlyphs[ch];
+  if (glyph == kNotLookedUp) glyph = FT_Get_Char_Index(face->face, ch);
+  return glyph;
+}
 
 /// Glyph scale and transform in FreeType's fixed-point units.
 struct Scale {
@@ -47,23 +62,20 @@ struct Scale {
   bool identity;
 };
 
-struct GlyphKey {
+struct StrikeKey {
   int face;
-  FT_UInt glyph;
   FT_F26Dot6 size;
   FT_Fixed xx, xy, yx, yy;
-  bool operator==(const GlyphKey& o) const {
-    return face == o.face && glyph == o.glyph && size == o.size && xx == o.xx && xy == o.xy && yx == o.yx &&
-           yy == o.yy;
+  bool operator==(const StrikeKey& o) const {
+    return face == o.face && size == o.size && xx == o.xx && xy == o.xy && yx == o.yx && yy == o.yy;
   }
 };
 
-struct GlyphKeyHash {
-  std::size_t operator()(const GlyphKey& k) const {
-    std::size_t h = std::hash<long>()(k.size) * 31 + k.glyph;
-    h = h * 31 + static_cast<std::size_t>(k.face);
-    h = h * 31 + std::hash<long>()(k.xx ^ (k.yy << 1));
-    return h * 31 + std::hash<long>()(k.xy ^ (k.yx << 1));
+struct StrikeKeyHash {
+  std::size_t operator()(const StrikeKey& k) const {
+    std::size_t h = static_cast<std::size_t>(k.size) * 31 + static_cast<std::size_t>(k.face);
+    for (FT_Fixed v : {k.xx, k.xy, k.yx, k.yy}) h = h * 31 + static_cast<std::size_t>(v);
+    return h;
   }
 };
 
@@ -71,10 +83,20 @@ struct CachedGlyph {
   std::vector<unsigned char> coverage;
   int width = 0;
   int rows = 0;
+  int pitch = 0;
   int left = 0;
   int top = 0;
   double advanceX = 0;  // device pixels, y down
   double advanceY = 0;
+};
+
+/// One face at one scale: its rendered glyphs (by glyph index) and the
+/// kerning of the pairs seen so far, in text-space pixels.
+struct Strike {
+  OpenFace* face = nullptr;
+  Scale scale{};
+  std::vector<std::unique_ptr<CachedGlyph>> glyphs;
+  std::unordered_map<std::uint64_t, double> kerning;
 };
 
 bool Finite(double v) { return std::isfinite(v); }
@@ -99,13 +121,14 @@ FT_Fixed ToFixed16(double v) { return static_cast<FT_Fixed>(std::lround(v * 6553
 bool CopyCoverage(const FT_Bitmap& bitmap, CachedGlyph& glyph) {
   glyph.width = static_cast<int>(bitmap.width);
   glyph.rows = static_cast<int>(bitmap.rows);
-  glyph.coverage.assign(static_cast<std::size_t>(glyph.width) * glyph.rows, 0);
+  glyph.pitch = (glyph.width + 6) & ~3;  // zero padding of 3 bytes or more: see GlyphMask
+  glyph.coverage.assign(static_cast<std::size_t>(glyph.pitch) * glyph.rows, 0);
   const int pitch = bitmap.pitch;
   for (int y = 0; y < glyph.rows; ++y) {
     const unsigned char* src =
         pitch >= 0 ? bitmap.buffer + static_cast<std::ptrdiff_t>(y) * pitch
                    : bitmap.buffer + static_cast<std::ptrdiff_t>(glyph.rows - 1 - y) * -pitch;
-    unsigned char* dst = glyph.coverage.data() + static_cast<std::size_t>(y) * glyph.width;
+    unsigned char* dst = glyph.coverage.data() + static_cast<std::size_t>(y) * glyph.pitch;
     if (bitmap.pixel_mode == FT_PIXEL_MODE_GRAY) {
       std::memcpy(dst, src, static_cast<std::size_t>(glyph.width));
     } else if (bitmap.pixel_mode == FT_PIXEL_MODE_MONO) {
@@ -123,6 +146,7 @@ class FontEngine {
  public:
   FontEngine() = default;
   ~FontEngine() {
+    m_Strikes.clear();
     m_Faces.clear();
     if (m_Library != nullptr) FT_Done_FreeType(m_Library);
   }
@@ -153,7 +177,9 @@ class FontEngine {
   OpenFace* Open(const FontFace& face);
   OpenFace* DefaultFace();
   OpenFace* FaceFor(char32_t ch, OpenFace* primary, const TextRun& run, FT_UInt& glyph);
-  const CachedGlyph* Glyph(OpenFace* face, FT_UInt glyph, const Scale& scale);
+  Strike* StrikeFor(OpenFace* face, const Scale& scale);
+  const CachedGlyph* Glyph(Strike& strike, FT_UInt glyph);
+  double Kerning(Strike& strike, FT_UInt left, FT_UInt right);
   static bool MakeScale(const TextRun& run, Scale& scale);
 
   std::mutex m_Lock;
@@ -163,8 +189,10 @@ class FontEngine {
   std::unordered_map<char32_t, OpenFace*> m_CharFaces;     // null: no installed face has it
   bool m_bDefaultLooked = false;
   OpenFace* m_pDefault = nullptr;
-  std::unordered_map<GlyphKey, CachedGlyph, GlyphKeyHash> m_Glyphs;
-  std::size_t m_nGlyphBytes = 0;
+  std::unordered_map<StrikeKey, std::unique_ptr<Strike>, StrikeKeyHash> m_Strikes;
+  std::size_t m_nCachedGlyphs = 0;
+  std::size_t m_nCachedBytes = 0;
+  CachedGlyph m_Scratch;  // a glyph rendered once the cache is full
 };
 
 OpenFace* FontEngine::Open(const FontFace& face) {
@@ -196,7 +224,7 @@ OpenFace* FontEngine::DefaultFace() {
 }
 
 OpenFace* FontEngine::FaceFor(char32_t ch, OpenFace* primary, const TextRun& run, FT_UInt& glyph) {
-  glyph = FT_Get_Char_Index(primary->face, ch);
+  glyph = GlyphIndex(primary, ch);
   if (glyph != 0 || ch < 0x20) return primary;
   auto known = m_CharFaces.find(ch);
   OpenFace* chosen = nullptr;
@@ -219,7 +247,7 @@ OpenFace* FontEngine::FaceFor(char32_t ch, OpenFace* primary, const TextRun& run
     m_CharFaces.emplace(ch, chosen);
   }
   if (chosen == nullptr) return primary;  // its missing-glyph box
-  glyph = FT_Get_Char_Index(chosen->face, ch);
+  glyph = GlyphIndex(chosen, ch);
   return chosen;
 }
 
@@ -244,65 +272,97 @@ bool FontEngine::MakeScale(const TextRun& run, Scale& scale) {
   return true;
 }
 
-const CachedGlyph* FontEngine::Glyph(OpenFace* face, FT_UInt glyph, const Scale& scale) {
+Strike* FontEngine::StrikeFor(OpenFace* face, const Scale& scale) {
   const FT_Matrix& t = scale.transform;
-  const GlyphKey key{face->id, glyph, scale.size, t.xx, t.xy, t.yx, t.yy};
-  auto found = m_Glyphs.find(key);
-  if (found != m_Glyphs.end()) return &found->second;
+  const StrikeKey key{face->id, scale.size, t.xx, t.xy, t.yx, t.yy};
+  std::unique_ptr<Strike>& strike = m_Strikes[key];
+  if (!strike) {
+    strike.reset(new Strike);
+    strike->face = face;
+    strike->scale = scale;
+  }
+  return strike.get();
+}
 
-  if (!SetSize(face, scale.size)) return nullptr;
-  FT_Matrix transform = t;
-  FT_Set_Transform(face->face, scale.identity ? nullptr : &transform, nullptr);
+const CachedGlyph* FontEngine::Glyph(Strike& strike, FT_UInt glyph) {
+  if (glyph < strike.glyphs.size() && strike.glyphs[glyph]) return strike.glyphs[glyph].get();
+  OpenFace* face = strike.face;
+  if (!SetSize(face, strike.scale.size)) return nullptr;
+  FT_Matrix transform = strike.scale.transform;
+  FT_Set_Transform(face->face, strike.scale.identity ? nullptr : &transform, nullptr);
   if (FT_Load_Glyph(face->face, glyph, FT_LOAD_DEFAULT | FT_LOAD_NO_BITMAP) != 0) return nullptr;
   FT_GlyphSlot slot = face->face->glyph;
   if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != 0) return nullptr;
 
-  CachedGlyph rendered;
-  if (!CopyCoverage(slot->bitmap, rendered)) return nullptr;
-  rendered.left = slot->bitmap_left;
-  rendered.top = slot->bitmap_top;
-  rendered.advanceX = slot->advance.x / 64.0;
-  rendered.advanceY = -slot->advance.y / 64.0;
-
-  if (m_Glyphs.size() >= kMaxCachedGlyphs || m_nGlyphBytes + rendered.coverage.size() > kMaxCachedBytes) {
-    m_Glyphs.clear();
-    m_nGlyphBytes = 0;
+  std::unique_ptr<CachedGlyph> rendered(new CachedGlyph);
+  if (!CopyCoverage(slot->bitmap, *rendered)) return nullptr;
+  rendered->left = slot->bitmap_left;
+  rendered->top = slot->bitmap_top;
+  rendered->advanceX = slot->advance.x / 64.0;
+  rendered->advanceY = -slot->advance.y / 64.0;
+  if (m_nCachedGlyphs >= kMaxCachedGlyphs || m_nCachedBytes + rendered->coverage.size() > kMaxCachedBytes) {
+    m_Scratch = std::move(*rendered);  // the cache is emptied before the next run
+    return &m_Scratch;
   }
-  m_nGlyphBytes += rendered.coverage.size();
-  return &m_Glyphs.emplace(key, std::move(rendered)).first->second;
+  ++m_nCachedGlyphs;
+  m_nCachedBytes += rendered->coverage.size();
+  if (glyph >= strike.glyphs.size()) {
+    const std::size_t count = static_cast<std::size_t>(face->face->num_glyphs);
+    strike.glyphs.resize(std::max<std::size_t>(glyph + 1, count));
+  }
+  strike.glyphs[glyph] = std::move(rendered);
+  return strike.glyphs[glyph].get();
+}
+
+double FontEngine::Kerning(Strike& strike, FT_UInt left, FT_UInt right) {
+  const std::uint64_t pair = (std::uint64_t(left) << 32) | right;
+  auto found = strike.kerning.find(pair);
+  if (found != strike.kerning.end()) return found->second;
+  FT_Vector kern{0, 0};
+  double result = 0;
+  if (SetSize(strike.face, strike.scale.size) &&
+      FT_Get_Kerning(strike.face->face, left, right, FT_KERNING_DEFAULT, &kern) == 0) {
+    result = kern.x / 64.0;
+  }
+  if (strike.kerning.size() < kMaxCachedGlyphs) strike.kerning.emplace(pair, result);
+  return result;
 }
 
 int FontEngine::Render(const FontFace& face, const TextRun& run, GlyphSink& sink) {
   Scale scale;
   if (run.text == nullptr || run.length <= 0 || !MakeScale(run, scale)) return 0;
   std::lock_guard<std::mutex> hold(m_Lock);
+  if (m_nCachedGlyphs >= kMaxCachedGlyphs || m_nCachedBytes >= kMaxCachedBytes || m_Strikes.size() >= kMaxStrikes) {
+    m_Strikes.clear();
+    m_nCachedGlyphs = 0;
+    m_nCachedBytes = 0;
+  }
   OpenFace* primary = face.path.empty() ? DefaultFace() : Open(face);
   if (primary == nullptr) return 0;
 
   const CCA_Matrix& m = run.matrix;
   double penX = m.e;
   double penY = m.f;
+  Strike* strike = nullptr;
   OpenFace* previousFace = nullptr;
   FT_UInt previousGlyph = 0;
   int placed = 0;
   for (int i = 0; i < run.length; ++i) {
     FT_UInt glyphIndex = 0;
     OpenFace* current = FaceFor(run.text[i], primary, run, glyphIndex);
-    const CachedGlyph* glyph = Glyph(current, glyphIndex, scale);
+    if (strike == nullptr || strike->face != current) strike = StrikeFor(current, scale);
+    const CachedGlyph* glyph = Glyph(*strike, glyphIndex);
     if (glyph == nullptr) continue;
     if (current == previousFace && previousGlyph != 0 && glyphIndex != 0 && FT_HAS_KERNING(current->face)) {
-      FT_Vector kern{0, 0};
-      if (SetSize(current, scale.size) &&
-          FT_Get_Kerning(current->face, previousGlyph, glyphIndex, FT_KERNING_DEFAULT, &kern) == 0) {
-        penX += m.a * (kern.x / 64.0);
-        penY += m.b * (kern.x / 64.0);
-      }
+      const double kern = Kerning(*strike, previousGlyph, glyphIndex);
+      penX += m.a * kern;
+      penY += m.b * kern;
     }
     if (std::fabs(penX) > kMaxPen || std::fabs(penY) > kMaxPen) break;
     const int originX = static_cast<int>(std::floor(penX + 0.5));
     const int originY = static_cast<int>(std::floor(penY + 0.5));
     if (glyph->width > 0 && glyph->rows > 0) {
-      sink.Blend(GlyphMask{glyph->coverage.data(), glyph->width, glyph->rows, glyph->width,
+      sink.Blend(GlyphMask{glyph->coverage.data(), glyph->width, glyph->rows, glyph->pitch,
                            originX + glyph->left, originY - glyph->top});
     }
     penX += glyph->advanceX;
