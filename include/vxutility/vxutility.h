@@ -8,6 +8,7 @@
 #include <vxutility/Encoding.h>
 #include <vxutility/FileUtils.h>
 #include <vxutility/HitTest.h>
+#include <vxutility/ImageCodec.h>
 #include <vxutility/PageRange.h>
 #include <vxutility/TempFile.h>
 #include <vxutility/TextDraw.h>
