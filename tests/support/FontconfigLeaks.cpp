@@ -11,3 +11,5 @@
 extern "C" VISIBLE_TO_SANITIZER const char* __lsan_default_suppressions() { return "leak:FcInitLoadConfigAndFonts\n"; }
 
 extern "C" VISIBLE_TO_SANITIZER const char* __asan_default_options() { return "fast_unwind_on_malloc=0"; }
+
+extern "C" VISIBLE_TO_SANITIZER const char* __lsan_default_options() { return "print_suppressions=0"; }

@@ -52,6 +52,34 @@ int CountPixels(const CCA_Dib& dib, unsigned int argb) {
   return count;
 }
 
+/// The centre of the ink on a transparent bitmap, weighted by alpha; pixel
+/// (x, y) covers [x, x + 1) x [y, y + 1).
+struct Centre {
+  double x = 0, y = 0;
+};
+Centre InkCentre(const CCA_Dib& dib) {
+  double sum = 0, sx = 0, sy = 0;
+  for (int y = 0; y < dib.GetHeight(); ++y) {
+    for (int x = 0; x < dib.GetWidth(); ++x) {
+      const double w = dib.GetPixel(x, y) >> 24;
+      sum += w;
+      sx += w * (x + 0.5);
+      sy += w * (y + 0.5);
+    }
+  }
+  Centre c;
+  if (sum > 0) c = Centre{sx / sum, sy / sum};
+  return c;
+}
+
+std::vector<unsigned int> Pixels(const CCA_Dib& dib) {
+  std::vector<unsigned int> pixels;
+  for (int y = 0; y < dib.GetHeight(); ++y) {
+    for (int x = 0; x < dib.GetWidth(); ++x) pixels.push_back(dib.GetPixel(x, y));
+  }
+  return pixels;
+}
+
 void Fill(CCA_Dib& dib, unsigned int argb) {
   for (int y = 0; y < dib.GetHeight(); ++y) {
     for (int x = 0; x < dib.GetWidth(); ++x) dib.SetPixel(x, y, argb);
@@ -160,10 +188,7 @@ TEST(CCA_DibDevice, OpaqueBitmapsBlendAlikeInEveryLayout) {
         DrawDirect(*dib, L"Hamburgefonstiv", 23, CCA_Matrix(1, 0, 0, 1, x, 36), color);
         DrawDirect(*dib, L"Wavy", 17, CCA_Matrix(1, 0, 0, 1, x + 11, 30), color);
       }
-      int differing = 0;
-      for (int y = 0; y < 40; ++y)
-        for (int px = 0; px < 601; ++px) differing += argb.GetPixel(px, y) != rgb.GetPixel(px, y);
-      EXPECT_EQ(differing, 0) << std::hex << color;
+      EXPECT_TRUE(Pixels(argb) == Pixels(rgb)) << std::hex << color;
       EXPECT_FALSE(FindInk(rgb, 0xFFF0E0D0).Empty());
     }
   }
@@ -191,6 +216,39 @@ TEST(CCA_DibDevice, FollowsTheMatrix) {
   EXPECT_NEAR(column.Height(), row.Width(), 2);
   EXPECT_NEAR(column.Width(), row.Height(), 2);
   EXPECT_GE(column.top, 100);
+  // An asymmetric letter turned a quarter: its ink's centre turns with it
+  // about the origin, text (x, y) going to device (-y, x).
+  {
+    const CCA_Matrix turns[] = {CCA_Matrix(0, 1, -1, 0, 200, 200), CCA_Matrix(0, -1, 1, 0, 200, 200),
+                                CCA_Matrix(-1, 0, 0, -1, 200, 200), CCA_Matrix(1, 0, -0.5f, 1, 200, 200)};
+    CCA_Dib upright;
+    ASSERT_TRUE(upright.Create(400, 400, CA_DibFormat_Argb32));
+    DrawDirect(upright, L"F7", 60, CCA_Matrix(1, 0, 0, 1, 200, 200));
+    const Centre c = InkCentre(upright);
+    for (const CCA_Matrix& turn : turns) {
+      CCA_Dib turned;
+      ASSERT_TRUE(turned.Create(400, 400, CA_DibFormat_Argb32));
+      DrawDirect(turned, L"F7", 60, turn);
+      const Centre t = InkCentre(turned);
+      const double x = c.x - 200, y = c.y - 200;
+      EXPECT_NEAR(t.x, turn.a * x + turn.c * y + 200, 1.5) << turn.a << " " << turn.b << " " << turn.c;
+      EXPECT_NEAR(t.y, turn.b * x + turn.d * y + 200, 1.5) << turn.a << " " << turn.b << " " << turn.c;
+    }
+  }
+  // Control characters leave neither ink nor a gap.
+  {
+    CCA_Dib plainRun, withControls;
+    ASSERT_TRUE(plainRun.Create(200, 60, CA_DibFormat_Argb32));
+    ASSERT_TRUE(withControls.Create(200, 60, CA_DibFormat_Argb32));
+    EXPECT_EQ(DrawDirect(plainRun, L"AB", 30, CCA_Matrix(1, 0, 0, 1, 5, 40)), 2);
+    EXPECT_EQ(DrawDirect(withControls, L"\tA\r\nB\x7f", 30, CCA_Matrix(1, 0, 0, 1, 5, 40)), 2);
+    EXPECT_EQ(Pixels(plainRun), Pixels(withControls));
+  }
+  // Kerning pulls V under A; a zero-width space between them breaks the pair.
+  const Ink kerned = inkOf(L"AV", CCA_Matrix(1, 0, 0, 1, 100, 200));
+  const Ink apart = inkOf(L"A\u200BV", CCA_Matrix(1, 0, 0, 1, 100, 200));
+  EXPECT_EQ(kerned.left, apart.left);
+  EXPECT_LT(kerned.right, apart.right - 1);
   // The pen advances: two letters are two letters wide.
   const Ink pair = inkOf(L"HH", CCA_Matrix(1, 0, 0, 1, 100, 200));
   EXPECT_GT(pair.Width(), 2 * plain.Width());
@@ -266,10 +324,7 @@ TEST(CCA_DibDevice, TakesMissingCharactersFromAnotherFace) {
     ASSERT_TRUE(dib.Create(60, 60, CA_DibFormat_Argb32));
     EXPECT_EQ(DrawDirect(dib, text, 40, CCA_Matrix(1, 0, 0, 1, 5, 45)), 1);
     EXPECT_GT(CountPixels(dib, 0xFF000000), 20);
-    std::vector<unsigned int> pixels;
-    for (int y = 0; y < 60; ++y)
-      for (int x = 0; x < 60; ++x) pixels.push_back(dib.GetPixel(x, y));
-    shapes.push_back(pixels);
+    shapes.push_back(Pixels(dib));
   }
   EXPECT_NE(shapes[0], shapes[1]);
   EXPECT_EQ(shapes[0], shapes[2]);
@@ -280,8 +335,7 @@ TEST(CCA_DibDevice, TwoThreadsDrawAtOnce) {
     CCA_Dib dib;
     ASSERT_TRUE(dib.Create(200, 50, CA_DibFormat_Argb32));
     for (int i = 0; i < 20; ++i) DrawDirect(dib, L"Threads \u6c49", 20.0f + i % 3, CCA_Matrix(1, 0, 0, 1, 2, 35));
-    for (int y = 0; y < 50; ++y)
-      for (int x = 0; x < 200; ++x) out->push_back(dib.GetPixel(x, y));
+    *out = Pixels(dib);
   };
   std::vector<unsigned int> a, b;
   std::thread first(draw, &a), second(draw, &b);

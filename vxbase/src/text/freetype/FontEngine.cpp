@@ -96,7 +96,14 @@ struct Strike {
   OpenFace* face = nullptr;
   Scale scale{};
   std::vector<std::unique_ptr<CachedGlyph>> glyphs;
-  std::unordered_map<std::uint64_t, double> kerning;
+  /// Kerning of recent pairs, one slot per hash of the pair (a later pair
+  /// with the same hash replaces the earlier one).
+  struct KernSlot {
+    std::uint64_t pair = ~std::uint64_t(0);
+    double value = 0;
+  };
+  static constexpr std::size_t kKernSlots = 512;
+  std::vector<KernSlot> kerning;
 };
 
 bool Finite(double v) { return std::isfinite(v); }
@@ -225,7 +232,7 @@ OpenFace* FontEngine::DefaultFace() {
 
 OpenFace* FontEngine::FaceFor(char32_t ch, OpenFace* primary, const TextRun& run, FT_UInt& glyph) {
   glyph = GlyphIndex(primary, ch);
-  if (glyph != 0 || ch < 0x20) return primary;
+  if (glyph != 0) return primary;
   auto known = m_CharFaces.find(ch);
   OpenFace* chosen = nullptr;
   if (known != m_CharFaces.end()) {
@@ -316,15 +323,17 @@ const CachedGlyph* FontEngine::Glyph(Strike& strike, FT_UInt glyph) {
 
 double FontEngine::Kerning(Strike& strike, FT_UInt left, FT_UInt right) {
   const std::uint64_t pair = (std::uint64_t(left) << 32) | right;
-  auto found = strike.kerning.find(pair);
-  if (found != strike.kerning.end()) return found->second;
+  if (strike.kerning.empty()) strike.kerning.resize(Strike::kKernSlots);
+  Strike::KernSlot& slot = strike.kerning[(left * 131u + right) % Strike::kKernSlots];
+  if (slot.pair == pair) return slot.value;
   FT_Vector kern{0, 0};
   double result = 0;
   if (SetSize(strike.face, strike.scale.size) &&
       FT_Get_Kerning(strike.face->face, left, right, FT_KERNING_DEFAULT, &kern) == 0) {
     result = kern.x / 64.0;
   }
-  if (strike.kerning.size() < kMaxCachedGlyphs) strike.kerning.emplace(pair, result);
+  slot.pair = pair;
+  slot.value = result;
   return result;
 }
 
@@ -348,8 +357,10 @@ int FontEngine::Render(const FontFace& face, const TextRun& run, GlyphSink& sink
   FT_UInt previousGlyph = 0;
   int placed = 0;
   for (int i = 0; i < run.length; ++i) {
+    const char32_t ch = run.text[i];
+    if (ch < 0x20 || ch == 0x7F) continue;  // control characters: no ink, no advance
     FT_UInt glyphIndex = 0;
-    OpenFace* current = FaceFor(run.text[i], primary, run, glyphIndex);
+    OpenFace* current = FaceFor(ch, primary, run, glyphIndex);
     if (strike == nullptr || strike->face != current) strike = StrikeFor(current, scale);
     const CachedGlyph* glyph = Glyph(*strike, glyphIndex);
     if (glyph == nullptr) continue;
