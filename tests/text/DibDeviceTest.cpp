@@ -44,6 +44,22 @@ Ink FindInk(const CCA_Dib& dib, unsigned int background) {
   return ink;
 }
 
+int DrawJson(CCA_Dib& dib, const std::string& json) {
+  CCA_DibDevice device(&dib);
+  return DrawTextOnDevice(&device, VXJsonFactory::ParseJsonString(json.c_str(),
+                                                                   static_cast<unsigned int>(json.size()), nullptr));
+}
+
+/// Draws `text` with DejaVu Sans at `size` pixels through `matrix`.
+int DrawDirect(CCA_Dib& dib, const wchar_t* text, float size, CCA_Matrix matrix, unsigned int argb = 0xFF000000) {
+  CCA_Font font(nullptr);
+  font.LoadFont(L"DejaVu Sans", nullptr, 0, 400, 0);
+  CCA_DibDevice device(&dib);
+  return device.DrawText(text, -1, &font, size, &matrix, argb);
+}
+
+#ifdef HAVE_FONT_BACKEND
+
 int CountPixels(const CCA_Dib& dib, unsigned int argb) {
   int count = 0;
   for (int y = 0; y < dib.GetHeight(); ++y) {
@@ -85,22 +101,6 @@ void Fill(CCA_Dib& dib, unsigned int argb) {
     for (int x = 0; x < dib.GetWidth(); ++x) dib.SetPixel(x, y, argb);
   }
 }
-
-int DrawJson(CCA_Dib& dib, const std::string& json) {
-  CCA_DibDevice device(&dib);
-  return DrawTextOnDevice(&device, VXJsonFactory::ParseJsonString(json.c_str(),
-                                                                   static_cast<unsigned int>(json.size()), nullptr));
-}
-
-/// Draws `text` with DejaVu Sans at `size` pixels through `matrix`.
-int DrawDirect(CCA_Dib& dib, const wchar_t* text, float size, CCA_Matrix matrix, unsigned int argb = 0xFF000000) {
-  CCA_Font font(nullptr);
-  font.LoadFont(L"DejaVu Sans", nullptr, 0, 400, 0);
-  CCA_DibDevice device(&dib);
-  return device.DrawText(text, -1, &font, size, &matrix, argb);
-}
-
-#ifdef HAVE_FONT_BACKEND
 
 struct PlacementCase {
   CA_DibFormat format;

@@ -11,9 +11,9 @@
 
 namespace {
 
-bool Contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
-
 #ifdef HAVE_FONT_BACKEND
+
+bool Contains(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 
 struct LoadCase {
   const wchar_t* face;

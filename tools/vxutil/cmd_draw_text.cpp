@@ -128,6 +128,10 @@ int InkIn(const CCA_Dib& dib, int x0, int x1, unsigned int background) {
 }
 
 int Demo() {
+  if (!CCA_FontMgr::GetDefault()->IsAvailable()) {
+    std::printf("this build has no font backend: no text is drawn\n");
+    return 0;
+  }
   // Latin on the left half, Chinese (from a CJK face when the named one
   // lacks it) on the right half.
   const char* json =
