@@ -7,7 +7,6 @@
 #include <cmath>
 #include <limits>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <vxbase/Device.h>
@@ -328,21 +327,6 @@ TEST(CCA_DibDevice, TakesMissingCharactersFromAnotherFace) {
   }
   EXPECT_NE(shapes[0], shapes[1]);
   EXPECT_EQ(shapes[0], shapes[2]);
-}
-
-TEST(CCA_DibDevice, TwoThreadsDrawAtOnce) {
-  auto draw = [](std::vector<unsigned int>* out) {
-    CCA_Dib dib;
-    ASSERT_TRUE(dib.Create(200, 50, CA_DibFormat_Argb32));
-    for (int i = 0; i < 20; ++i) DrawDirect(dib, L"Threads \u6c49", 20.0f + i % 3, CCA_Matrix(1, 0, 0, 1, 2, 35));
-    *out = Pixels(dib);
-  };
-  std::vector<unsigned int> a, b;
-  std::thread first(draw, &a), second(draw, &b);
-  first.join();
-  second.join();
-  EXPECT_EQ(a, b);
-  EXPECT_GT(std::count(a.begin(), a.end(), 0xFF000000u), 50);
 }
 
 #else
