@@ -280,9 +280,11 @@ TEST(CCA_DibDevice, RefusesWhatCannotBeDrawn) {
   EXPECT_EQ(device.DrawText(L"", -1, &font, 20, &matrix, 0xFF000000), 0);
   EXPECT_EQ(device.DrawText(L"H", 1, nullptr, 20, &matrix, 0xFF000000), 0);
   EXPECT_EQ(device.DrawText(L"H", 1, &font, 20, nullptr, 0xFF000000), 0);
-  CCA_Font missing;
+  CCA_Font missing, unnamed;
   missing.LoadFont(L"No Such Face 7d1e", nullptr, 0, 400, 0);
+  unnamed.LoadFont(L"", nullptr, 0, 400, 0);
   EXPECT_EQ(device.DrawText(L"H", 1, &missing, 20, &matrix, 0xFF000000), 0);
+  EXPECT_EQ(device.DrawText(L"H", 1, &unnamed, 20, &matrix, 0xFF000000), 0);
   EXPECT_TRUE(FindInk(dib, 0).Empty());
   // A font never loaded draws with the best installed face.
   EXPECT_EQ(device.DrawText(L"H", 1, &font, 20, &matrix, 0xFF000000), 1);

@@ -74,7 +74,9 @@ class VXBASE_EXPORT CCA_Font {
   CCA_FontMgr* GetFontMgr() const { return m_pFontMgr; }
 
  private:
+  friend class CCA_DibDevice;
   CCA_FontMgr* m_pFontMgr;
+  bool m_bLoadTried = false;
   CCA_WString m_wsFaceName;
   int m_nWeight = 400;
   bool m_bItalic = false;

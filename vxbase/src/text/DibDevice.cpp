@@ -62,7 +62,7 @@ int CCA_DibDevice::DrawText(const wchar_t* text, int length, CCA_Font* font, flo
   vxbase_detail::FontFace face;
   face.path = font->GetFontFile();
   face.index = font->GetFaceIndex();
-  if (face.path.empty() && *font->GetFaceName() != 0) return 0;  // a load that found nothing
+  if (face.path.empty() && font->m_bLoadTried) return 0;  // a load that found nothing
   DibSink sink(*m_pTarget, argb);
   return vxbase_detail::RenderText(font->GetFontMgr()->m_pEngine, face, run, sink);
 }

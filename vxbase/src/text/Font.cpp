@@ -17,6 +17,7 @@ std::string ToUtf8(const wchar_t* text) {
 CCA_Font::CCA_Font(CCA_FontMgr* fontMgr) : m_pFontMgr(fontMgr ? fontMgr : CCA_FontMgr::GetDefault()) {}
 
 int CCA_Font::LoadFont(const wchar_t* face, const wchar_t* face2, int flags, int weight, int italic) {
+  m_bLoadTried = true;
   m_wsFaceName = CCA_WString(face, -1);
   m_nWeight = weight;
   m_bItalic = italic != 0;
