@@ -9,7 +9,7 @@ packages=(
   rapidjson-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   libpng-dev libjpeg62-turbo-dev libtiff-dev libgif-dev libopenjp2-7-dev
-  libfreetype-dev libfontconfig-dev fonts-dejavu-core
+  libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-wqy-microhei
   libcairo2-dev libb64-dev
 )
 

@@ -12,6 +12,7 @@
 #include <vxutility/PageRange.h>
 #include <vxutility/ProcMonitor.h>
 #include <vxutility/TempFile.h>
+#include <vxutility/TextDraw.h>
 #include <vxutility/ThreadPool.h>
 #include <vxutility/Version.h>
 #include <vxutility/VXFileInfo.h>

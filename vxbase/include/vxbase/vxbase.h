@@ -3,7 +3,9 @@
 
 #include <vxbase/Array.h>
 #include <vxbase/Context.h>
+#include <vxbase/Device.h>
 #include <vxbase/Dib.h>
+#include <vxbase/Font.h>
 #include <vxbase/Geometry.h>
 #include <vxbase/ImageCodec.h>
 #include <vxbase/ImageFormat.h>

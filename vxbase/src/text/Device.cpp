@@ -1,0 +1,3 @@
+#include <vxbase/Device.h>
+
+ICA_Device::~ICA_Device() = default;
