@@ -18,7 +18,9 @@
 #include <vxutility/vxutility_export.h>
 
 /// Classification of a JSON value. Integers are classified by value only.
-enum VXJsonType {
+/// The type is a signed 32-bit integer, so any int (-1 included) may be
+/// passed where a VXJsonType is taken.
+enum VXJsonType : int {
   VXJsonType_Null = 0,     ///< null, and anything not listed below
   VXJsonType_Int = 1,      ///< integer in [-2^31, -1]
   VXJsonType_Uint = 2,     ///< integer in [0, 2^32 - 1]
