@@ -48,27 +48,21 @@ bool Walk(const JsonValue& root, Handler& handler) {
   while (!open.empty()) {
     const JsonValue& container = *open.back();
     const rapidjson::SizeType at = next.back();
-    if (container.IsArray()) {
-      if (at == container.Size()) {
-        open.pop_back();
-        next.pop_back();
-        if (!handler.EndArray(at)) return false;
-        continue;
-      }
-      ++next.back();
-      if (!Enter(container[at], handler, open, next)) return false;
-    } else {
-      if (at == container.MemberCount()) {
-        open.pop_back();
-        next.pop_back();
-        if (!handler.EndObject(at)) return false;
-        continue;
-      }
-      ++next.back();
-      const JsonValue::Member& member = container.MemberBegin()[at];
-      if (!handler.Key(member.name.GetString(), member.name.GetStringLength(), true)) return false;
-      if (!Enter(member.value, handler, open, next)) return false;
+    const bool isArray = container.IsArray();
+    if (at == (isArray ? container.Size() : container.MemberCount())) {
+      open.pop_back();
+      next.pop_back();
+      if (!(isArray ? handler.EndArray(at) : handler.EndObject(at))) return false;
+      continue;
     }
+    ++next.back();
+    if (isArray) {
+      if (!Enter(container[at], handler, open, next)) return false;
+      continue;
+    }
+    const JsonValue::Member& member = container.MemberBegin()[at];
+    if (!handler.Key(member.name.GetString(), member.name.GetStringLength(), true)) return false;
+    if (!Enter(member.value, handler, open, next)) return false;
   }
   return true;
 }
