@@ -2,9 +2,11 @@
 // parse, child access, scalar and value writes, inserts, removal, container
 // creation, enumeration with the out-parameter aliasing the handle it runs
 // on, copies, clones and writing. The program keeps the lifetime rules a
-// caller must keep (a tree's owner outlives its views; views of a clone are
-// dropped when the clone is overwritten by CopyFrom); anything AddressSanitizer
-// or UndefinedBehaviorSanitizer reports inside them is a fault. Whatever text
+// caller must keep (a tree's owner outlives its views; an edit that may move
+// a container's children ends the other views, which might now see a stale
+// copy sharing storage with the live container; views of a clone are dropped
+// when CopyFrom overwrites the clone); anything AddressSanitizer or
+// UndefinedBehaviorSanitizer reports inside those rules is a fault. Whatever text
 // is written must parse back to the same kind and size when it is whole.
 
 #include <cstdint>
@@ -32,7 +34,8 @@ constexpr int kMaxCopies = 4;  // each copy may double a tree that holds itself
 struct Slot {
   JsonPtr handle;
   int tree = -1;       // which tree the handle views
-  bool clone = false;  // the handle is the clone that owns `tree`
+  bool owner = false;  // the handle owns `tree` (a parsed root or a clone)
+  bool clone = false;  // the owner is a clone
 };
 
 class Program {
@@ -57,6 +60,7 @@ class Program {
   void Own(Slot& slot, JsonPtr owner, bool clone) {
     slot.handle = owner;
     slot.tree = m_nextTree++;
+    slot.owner = true;
     slot.clone = clone;
     if (owner) m_owners.push_back(owner);
   }
@@ -64,7 +68,17 @@ class Program {
   void View(Slot& into, const Slot& from, JsonPtr view) {
     into.handle = view;
     into.tree = from.tree;
-    into.clone = false;
+    into.owner = into.clone = false;
+  }
+
+  /// After an edit through `edited` that may move children of the value it
+  /// views (an insert, a removal, a write that may add a member), only the
+  /// owners and that very handle stay usable.
+  void Restructured(const Slot& edited) {
+    const VXJson* keep = edited.handle.get();
+    for (Slot& slot : m_slots) {
+      if (!slot.owner && slot.handle.get() != keep) slot = Slot();
+    }
   }
 
   bool CopyAllowed() { return m_copies++ < kMaxCopies; }
@@ -89,10 +103,13 @@ class Program {
       case 1: View(b, a, v.GetMutableAt(Index())); break;
       case 2: View(b, a, v.GetMutableMember(Key().c_str())); break;
       case 3: Reads(v); break;
-      case 4: ScalarWrite(v); break;
-      case 5: ValueWrite(v, b); break;
+      case 4: ScalarWrite(a); break;
+      case 5: ValueWrite(a, b); break;
       case 6: Containers(a, b); break;
-      case 7: m_data.ConsumeBool() ? (void)v.RemoveAt(Index()) : v.RemoveMember(Key().c_str()); break;
+      case 7:
+        m_data.ConsumeBool() ? (void)v.RemoveAt(Index()) : v.RemoveMember(Key().c_str());
+        Restructured(a);
+        break;
       case 8: Enumerate(a, b); break;
       case 9:
         if (CopyAllowed()) Own(b, v.Clone(), true);
@@ -126,9 +143,11 @@ class Program {
     if (child) child->GetUint(&ok);
   }
 
-  void ScalarWrite(VXJson& v) {
+  void ScalarWrite(const Slot& a) {
+    VXJson& v = *a.handle;
     const int kind = m_data.ConsumeIntegralInRange(0, 7);
     const int where = m_data.ConsumeIntegralInRange(0, 2);  // replace an element, a member, or insert
+    if (where != 0) Restructured(a);
     const int index = Index();
     const std::string key = Key();
     const std::string text = m_data.ConsumeRandomLengthString(16);
@@ -151,24 +170,31 @@ class Program {
 
   /// Value writes take `b`'s value, which may view the same tree, even the
   /// very element being written.
-  void ValueWrite(VXJson& v, const Slot& b) {
+  void ValueWrite(const Slot& a, const Slot& b) {
     if (!CopyAllowed()) return;
-    VXSharedPtr<const VXJson> value = b.handle;
-    switch (m_data.ConsumeIntegralInRange(0, 2)) {
+    VXJson& v = *a.handle;
+    VXSharedPtr<const VXJson> value = b.handle;  // kept even when its slot is dropped
+    const int where = m_data.ConsumeIntegralInRange(0, 2);
+    switch (where) {
       case 0: v.SetValueAt(Index(), value); break;
       case 1: v.SetValueMember(Key().c_str(), value); break;
       default: v.InsertValueAt(Index(), value); break;
     }
+    if (where != 0) Restructured(a);
   }
 
   void Containers(const Slot& a, Slot& b) {
-    VXJson& v = *a.handle;
+    const Slot parent = a;  // `b` may be `a`
+    VXJson& v = *parent.handle;
+    JsonPtr made;
     switch (m_data.ConsumeIntegralInRange(0, 3)) {
-      case 0: View(b, a, v.InsertArrayAt(Index())); break;
-      case 1: View(b, a, v.InsertObjectAt(Index())); break;
-      case 2: View(b, a, v.SetArrayMember(Key().c_str())); break;
-      default: View(b, a, v.SetObjectMember(Key().c_str())); break;
+      case 0: made = v.InsertArrayAt(Index()); break;
+      case 1: made = v.InsertObjectAt(Index()); break;
+      case 2: made = v.SetArrayMember(Key().c_str()); break;
+      default: made = v.SetObjectMember(Key().c_str()); break;
     }
+    Restructured(parent);
+    View(b, parent, made);
   }
 
   /// The delivered member goes into `b`, which may be `a` itself.
@@ -181,7 +207,7 @@ class Program {
     const bool more = first ? a.handle->FirstMember(name, out) : a.handle->NextMember(name, out);
     if (out.get() != before.get()) {  // a member was delivered: `b` now views a's tree
       b.tree = tree;
-      b.clone = false;
+      b.owner = b.clone = false;
     } else if (more) {
       std::abort();  // "more follow" without a delivered member
     }
@@ -195,7 +221,7 @@ class Program {
     a.handle->CopyFrom(b.handle);
     if (!a.clone) return;
     for (Slot& slot : m_slots) {
-      if (slot.tree == a.tree && !slot.clone) slot = Slot();
+      if (slot.tree == a.tree && !slot.owner) slot = Slot();
     }
   }
 
