@@ -22,7 +22,9 @@
 ///   dangles at once, although font.use_count() is 1: keep the root.
 /// - Inserting into or removing from an array may move its elements; adding
 ///   a member or RemoveMember may move an object's members: views of those
-///   direct children may then see another child or a stale copy. Replacing a
+///   direct children may then see another child or a stale copy that shares
+///   storage with the live tree, so use them no more (an edit through a
+///   stale copy can corrupt the tree; views further down stay). Replacing a
 ///   value (a replacing write, SetArrayMember/SetObjectMember on an existing
 ///   member, CopyFrom) detaches the old content from the tree; CopyFrom on a
 ///   Clone handle frees it, ending every view made from that clone.
