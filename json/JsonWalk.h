@@ -10,22 +10,22 @@
 
 namespace json_walk {
 
-/// Sends the event of a scalar, or opens a container and remembers it in
-/// `open`. False when the handler refuses the event.
+/// A container being walked and the child the walk is at.
+struct Frame {
+  const JsonValue* container;
+  rapidjson::SizeType next;
+};
+
+inline bool IsContainer(const JsonValue& value) { return value.IsArray() || value.IsObject(); }
+
+/// Sends the event of a value that is not a container.
 template <typename Handler>
-bool Enter(const JsonValue& value, Handler& handler, std::vector<const JsonValue*>& open,
-           std::vector<rapidjson::SizeType>& next) {
+bool Scalar(const JsonValue& value, Handler& handler) {
   switch (value.GetType()) {
     case rapidjson::kNullType: return handler.Null();
     case rapidjson::kFalseType: return handler.Bool(false);
     case rapidjson::kTrueType: return handler.Bool(true);
     case rapidjson::kStringType: return handler.String(value.GetString(), value.GetStringLength(), true);
-    case rapidjson::kArrayType:
-      if (!handler.StartArray()) return false;
-      break;
-    case rapidjson::kObjectType:
-      if (!handler.StartObject()) return false;
-      break;
     default:
       if (value.IsDouble()) return handler.Double(value.GetDouble());
       if (value.IsInt()) return handler.Int(value.GetInt());
@@ -33,36 +33,55 @@ bool Enter(const JsonValue& value, Handler& handler, std::vector<const JsonValue
       if (value.IsInt64()) return handler.Int64(value.GetInt64());
       return handler.Uint64(value.GetUint64());
   }
-  open.push_back(&value);
-  next.push_back(0);
+}
+
+/// Opens a container and remembers it in `open`.
+template <typename Handler>
+bool Open(const JsonValue& container, Handler& handler, std::vector<Frame>& open) {
+  if (!(container.IsArray() ? handler.StartArray() : handler.StartObject())) return false;
+  open.push_back(Frame{&container, 0});
   return true;
 }
 
 /// Sends the events of `root` to `handler`; false as soon as the handler
-/// refuses one (the events sent until then stay sent).
+/// refuses one (the events sent until then stay sent). Scalars in a row are
+/// sent in an inner loop; only containers go through the stack.
 template <typename Handler>
 bool Walk(const JsonValue& root, Handler& handler) {
-  std::vector<const JsonValue*> open;       // containers entered, innermost last
-  std::vector<rapidjson::SizeType> next;    // the child each of them is at
-  if (!Enter(root, handler, open, next)) return false;
+  if (!IsContainer(root)) return Scalar(root, handler);
+  std::vector<Frame> open;  // containers entered, innermost last
+  if (!Open(root, handler, open)) return false;
   while (!open.empty()) {
-    const JsonValue& container = *open.back();
-    const rapidjson::SizeType at = next.back();
-    const bool isArray = container.IsArray();
-    if (at == (isArray ? container.Size() : container.MemberCount())) {
+    Frame& frame = open.back();
+    const JsonValue& container = *frame.container;
+    rapidjson::SizeType at = frame.next;
+    const JsonValue* child = nullptr;
+    if (container.IsArray()) {
+      const rapidjson::SizeType size = container.Size();
+      for (; at < size && !IsContainer(container[at]); ++at) {
+        if (!Scalar(container[at], handler)) return false;
+      }
+      if (at < size) child = &container[at];
+    } else {
+      const rapidjson::SizeType size = container.MemberCount();
+      for (; at < size; ++at) {
+        const JsonValue::Member& member = container.MemberBegin()[at];
+        if (!handler.Key(member.name.GetString(), member.name.GetStringLength(), true)) return false;
+        if (IsContainer(member.value)) {
+          child = &member.value;
+          break;
+        }
+        if (!Scalar(member.value, handler)) return false;
+      }
+    }
+    if (child == nullptr) {
+      const bool isArray = container.IsArray();
       open.pop_back();
-      next.pop_back();
       if (!(isArray ? handler.EndArray(at) : handler.EndObject(at))) return false;
       continue;
     }
-    ++next.back();
-    if (isArray) {
-      if (!Enter(container[at], handler, open, next)) return false;
-      continue;
-    }
-    const JsonValue::Member& member = container.MemberBegin()[at];
-    if (!handler.Key(member.name.GetString(), member.name.GetStringLength(), true)) return false;
-    if (!Enter(member.value, handler, open, next)) return false;
+    frame.next = at + 1;  // before Open: the push may move `frame`
+    if (!Open(*child, handler, open)) return false;
   }
   return true;
 }
