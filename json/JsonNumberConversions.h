@@ -2,10 +2,9 @@
 // Conversions of floating-point numbers that C++ leaves undefined out of
 // range: each tests first and gives the library's documented result.
 
-#include <cfloat>
 #include <climits>
 #include <cstdint>
-#include <limits>
+#include <cstdlib>
 
 namespace json_numbers {
 
@@ -22,12 +21,22 @@ inline unsigned int TruncateToUint(double value) {
   return static_cast<unsigned int>(static_cast<std::uint64_t>(static_cast<std::int64_t>(value)));
 }
 
-/// The nearest float; beyond the float range an infinity of the same sign,
-/// as the hardware rounds it; NaN stays NaN.
-inline float NarrowToFloat(double value) {
-  if (value > FLT_MAX) return std::numeric_limits<float>::infinity();
-  if (value < -FLT_MAX) return -std::numeric_limits<float>::infinity();
-  return static_cast<float>(value);
+/// The float nearest to `value`, rounded as the conversion rounds: a double
+/// within half a float step past FLT_MAX (up to 0x1.ffffffp127) gives
+/// FLT_MAX, only one beyond that an infinity of the same sign; NaN stays NaN.
+/// Floats include the infinities, so the conversion is defined for every
+/// double.
+inline float NarrowToFloat(double value) { return static_cast<float>(value); }
+
+/// The integer at the start of `text` as the C library's atoi reads it
+/// (leading white space, a sign, decimal digits), clamped to the int range
+/// instead of the C library's own overflow behaviour, which differs from one
+/// library to another.
+inline int ClampedAtoi(const char* text) {
+  const long long value = std::strtoll(text, nullptr, 10);  // saturates at the long long range
+  if (value > INT_MAX) return INT_MAX;
+  if (value < INT_MIN) return INT_MIN;
+  return static_cast<int>(value);
 }
 
 }  // namespace json_numbers

@@ -5,8 +5,10 @@
 #include "json/RapidjsonWrapper.h"
 
 #include <cstring>
+#include <memory>
 
 #include "json/JsonScalarKinds.h"
+#include "json/JsonWalk.h"
 
 using namespace json_kinds;
 
@@ -60,8 +62,12 @@ JsonValue* RapidjsonWrapper::ElementAt(int index) const {
 }
 
 JsonValue::Member* RapidjsonWrapper::FindMember(const char* key) const {
-  if (key == nullptr || key[0] == '\0' || !m_value->IsObject()) return nullptr;
-  const rapidjson::SizeType length = static_cast<rapidjson::SizeType>(std::strlen(key));
+  rapidjson::SizeType length = 0;
+  if (key == nullptr || key[0] == '\0' || !m_value->IsObject() || !JsonLength(key, length)) return nullptr;
+  return FindMember(key, length);
+}
+
+JsonValue::Member* RapidjsonWrapper::FindMember(const char* key, rapidjson::SizeType length) const {
   for (auto it = m_value->MemberBegin(), end = m_value->MemberEnd(); it != end; ++it) {
     if (it->name.GetStringLength() == length && std::memcmp(it->name.GetString(), key, length) == 0) {
       return &*it;
@@ -78,6 +84,11 @@ JsonValue* RapidjsonWrapper::MemberValue(const char* key) const {
 VXSharedPtr<VXJson> RapidjsonWrapper::ChildHandle(JsonValue* value) const {
   if (value == nullptr) return VXSharedPtr<VXJson>(nullptr);
   return VXSharedPtr<VXJson>(new RapidjsonWrapper(value, false, m_allocator, false));
+}
+
+VXSharedPtr<const VXJson> RapidjsonWrapper::ConstChildHandle(JsonValue* value) const {
+  if (value == nullptr) return VXSharedPtr<const VXJson>(nullptr);
+  return ChildHandle(value);
 }
 
 template <typename Kind>
@@ -125,12 +136,12 @@ VX_JSON_READS(Double, DoubleKind)
 
 bool RapidjsonWrapper::HasMember(const char* key) const { return MemberValue(key) != nullptr; }
 
-VXSharedPtr<const VXJson> RapidjsonWrapper::GetAt(int index) const { return ChildHandle(ElementAt(index)); }
+VXSharedPtr<const VXJson> RapidjsonWrapper::GetAt(int index) const { return ConstChildHandle(ElementAt(index)); }
 
 VXSharedPtr<VXJson> RapidjsonWrapper::GetMutableAt(int index) { return ChildHandle(ElementAt(index)); }
 
 VXSharedPtr<const VXJson> RapidjsonWrapper::GetMember(const char* key) const {
-  return ChildHandle(MemberValue(key));
+  return ConstChildHandle(MemberValue(key));
 }
 
 VXSharedPtr<VXJson> RapidjsonWrapper::GetMutableMember(const char* key) { return ChildHandle(MemberValue(key)); }
@@ -144,12 +155,17 @@ CCA_ObjArrayTemplate<CCA_String> RapidjsonWrapper::GetMemberNames() const {
   return names;
 }
 
+// `value` may be the very handle this runs on (a walk down the tree), so
+// assigning it may destroy this object: it is the last step.
 bool RapidjsonWrapper::DeliverMember(CCA_String& name, VXSharedPtr<VXJson>& value) {
   JsonValue::Member& member = m_value->MemberBegin()[m_memberCursor];
-  name = member.name.GetString();
-  value = ChildHandle(&member.value);
+  VXSharedPtr<VXJson> child = ChildHandle(&member.value);
+  // The whole name, NUL bytes included, as GetMemberNames gives it.
+  name = CCA_String(member.name.GetString(), static_cast<int>(member.name.GetStringLength()));
   ++m_memberCursor;
-  return m_memberCursor < m_value->MemberCount();
+  const bool more = m_memberCursor < m_value->MemberCount();
+  value = child;
+  return more;
 }
 
 bool RapidjsonWrapper::FirstMember(CCA_String& name, VXSharedPtr<VXJson>& value) {
@@ -170,10 +186,15 @@ int RapidjsonWrapper::GetSize() const {
   return -1;
 }
 
+// Each new object is held by an owner until the next one takes it, so a
+// failed allocation leaves nothing behind.
 VXSharedPtr<VXJson> RapidjsonWrapper::Clone() const {
-  JsonPool* pool = new JsonPool();
-  JsonValue* node = new JsonValue(*m_value, *pool);
-  return VXSharedPtr<VXJson>(new RapidjsonWrapper(node, true, pool, true));
+  std::unique_ptr<JsonPool> pool(new JsonPool());
+  std::unique_ptr<JsonValue> node(new JsonValue(json_walk::Copy(*m_value, *pool)));
+  std::unique_ptr<RapidjsonWrapper> clone(new RapidjsonWrapper(node.get(), true, pool.get(), true));
+  node.release();
+  pool.release();
+  return VXSharedPtr<VXJson>(clone.release());
 }
 
 // A handle that owns its pool (a clone) moves to a fresh one, so the content
@@ -183,12 +204,12 @@ VXSharedPtr<VXJson> RapidjsonWrapper::Clone() const {
 bool RapidjsonWrapper::CopyFrom(VXSharedPtr<const VXJson> other) {
   const JsonValue* source = ValueOf(other.get());
   if (source == nullptr) return false;
-  JsonPool* target = m_ownsAllocator ? new JsonPool() : m_allocator;
-  JsonValue copy(*source, *target);
+  std::unique_ptr<JsonPool> fresh(m_ownsAllocator ? new JsonPool() : nullptr);
+  JsonValue copy = json_walk::Copy(*source, fresh ? *fresh : *m_allocator);
   *m_value = copy;
-  if (m_ownsAllocator) {
+  if (fresh) {
     delete m_allocator;
-    m_allocator = target;
+    m_allocator = fresh.release();
   }
   return true;
 }

@@ -112,10 +112,13 @@ class RapidjsonWrapper final : public VXJson {
 
   JsonValue* ElementAt(int index) const;
   /// The first member named `key`; nullptr when this is no object or the
-  /// key is null, empty or absent.
+  /// key is null, empty, longer than a name can be, or absent.
   JsonValue::Member* FindMember(const char* key) const;
+  JsonValue::Member* FindMember(const char* key, rapidjson::SizeType length) const;
   JsonValue* MemberValue(const char* key) const;
   VXSharedPtr<VXJson> ChildHandle(JsonValue* value) const;
+  /// As ChildHandle; a null result carries a block of the const type.
+  VXSharedPtr<const VXJson> ConstChildHandle(JsonValue* value) const;
 
   template <typename Kind>
   typename Kind::Type GetScalar(bool* ok) const;

@@ -8,6 +8,7 @@
 #include <new>
 
 #include "json/JsonScalarKinds.h"
+#include "json/JsonWalk.h"
 
 using namespace json_kinds;
 
@@ -18,8 +19,7 @@ namespace {
 bool DeepCopy(const VXSharedPtr<const VXJson>& source, JsonPool& pool, JsonValue& copy) {
   const JsonValue* value = RapidjsonWrapper::ValueOf(source.get());
   if (value == nullptr) return false;
-  JsonValue made(*value, pool);
-  copy = made;
+  copy = json_walk::Copy(*value, pool);
   return true;
 }
 
@@ -33,12 +33,13 @@ bool RapidjsonWrapper::ReplaceAt(int index, JsonValue& value) {
 }
 
 JsonValue* RapidjsonWrapper::WriteMember(const char* key, JsonValue& value) {
-  if (key == nullptr || key[0] == '\0' || !m_value->IsObject()) return nullptr;
-  if (JsonValue* existing = MemberValue(key)) {
-    *existing = value;
-    return existing;
+  rapidjson::SizeType length = 0;
+  if (key == nullptr || key[0] == '\0' || !m_value->IsObject() || !JsonLength(key, length)) return nullptr;
+  if (JsonValue::Member* existing = FindMember(key, length)) {
+    existing->value = value;
+    return &existing->value;
   }
-  JsonValue name(key, static_cast<rapidjson::SizeType>(std::strlen(key)), *m_allocator);
+  JsonValue name(key, length, *m_allocator);
   m_value->AddMember(name, value, *m_allocator);
   return &(m_value->MemberEnd() - 1)->value;
 }
@@ -63,17 +64,18 @@ JsonValue* RapidjsonWrapper::InsertAt(int index, JsonValue& value) {
 
 #define VX_JSON_WRITES(Name, Kind)                                      \
   bool RapidjsonWrapper::Set##Name##At(int index, Kind::Type value) {   \
-    if (ElementAt(index) == nullptr) return false;                      \
+    if (ElementAt(index) == nullptr || !Kind::Storable(value)) return false; \
     JsonValue made = Kind::Make(value, *m_allocator);                   \
     return ReplaceAt(index, made);                                      \
   }                                                                     \
   void RapidjsonWrapper::Set##Name##Member(const char* key, Kind::Type value) { \
     if (key == nullptr || key[0] == '\0' || !m_value->IsObject()) return; \
+    if (!Kind::Storable(value)) return;                                 \
     JsonValue made = Kind::Make(value, *m_allocator);                   \
     WriteMember(key, made);                                             \
   }                                                                     \
   bool RapidjsonWrapper::Insert##Name##At(int index, Kind::Type value) { \
-    if (!m_value->IsArray()) return false;                              \
+    if (!m_value->IsArray() || !Kind::Storable(value)) return false;    \
     JsonValue made = Kind::Make(value, *m_allocator);                   \
     return InsertAt(index, made) != nullptr;                            \
   }

@@ -3,6 +3,8 @@
 #include <vxutility/VXJsonFactory.h>
 
 #include <cstdio>
+#include <memory>
+#include <utility>
 
 #include <rapidjson/encodedstream.h>
 #include <rapidjson/memorystream.h>
@@ -16,7 +18,8 @@ namespace {
 using JsonInput = rapidjson::EncodedInputStream<rapidjson::UTF8<>, rapidjson::MemoryStream>;
 
 /// Feeds the reader's events, depth-guarded, into a document (see
-/// GenericDocument::Populate); keeps the reader's result.
+/// GenericDocument::Populate); keeps the reader's result, in which a number
+/// the guard refused is the reader's own "number too big".
 class GuardedParse {
  public:
   explicit GuardedParse(JsonInput& input) : m_input(input) {}
@@ -24,8 +27,9 @@ class GuardedParse {
   template <typename Document>
   bool operator()(Document& document) {
     JsonDepthGuard<Document> guard(document);
-    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, rapidjson::CrtAllocator> reader;
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator> reader;
     m_result = reader.Parse<rapidjson::kParseDefaultFlags>(m_input, guard);
+    if (guard.NumberTooBig()) m_result.Set(rapidjson::kParseErrorNumberTooBig, m_result.Offset());
     return !m_result.IsError();
   }
 
@@ -36,8 +40,12 @@ class GuardedParse {
   rapidjson::ParseResult m_result;
 };
 
-VXSharedPtr<VXJson> RootHandle(JsonDocument* document) {
-  return VXSharedPtr<VXJson>(new RapidjsonWrapper(document));
+/// A root handle that owns `document`; nothing is left behind when an
+/// allocation on the way fails.
+VXSharedPtr<VXJson> RootHandle(std::unique_ptr<JsonDocument> document) {
+  std::unique_ptr<RapidjsonWrapper> root(new RapidjsonWrapper(document.get()));
+  document.release();  // the wrapper owns it now
+  return VXSharedPtr<VXJson>(root.release());  // deletes the wrapper if the block cannot be made
 }
 
 }  // namespace
@@ -48,25 +56,22 @@ VXJsonFactory& VXJsonFactory::operator=(VXJsonFactory&&) { return *this; }
 
 VXSharedPtr<VXJson> VXJsonFactory::ParseJsonString(const char* text, unsigned int length, const ParseConfig*) {
   if (text == nullptr || length == 0 || text[0] == '\0') {  // length first: no byte may be read
-    JsonDocument* document = new JsonDocument(rapidjson::kObjectType);
-    return RootHandle(document);
+    return RootHandle(std::unique_ptr<JsonDocument>(new JsonDocument(rapidjson::kObjectType)));
   }
-  JsonDocument* document = new JsonDocument();
+  std::unique_ptr<JsonDocument> document(new JsonDocument());
   rapidjson::MemoryStream bytes(text, length);
   JsonInput input(bytes);
   GuardedParse parse(input);
   document->Populate(parse);
   if (parse.Result().IsError()) {
     std::printf("Parse json error. code=%d\n", static_cast<int>(parse.Result().Code()));
-    delete document;
     return VXSharedPtr<VXJson>(nullptr);
   }
   if (!document->IsArray() && !document->IsObject()) {
     std::printf("Only allow array and object\n");
-    delete document;
     return VXSharedPtr<VXJson>(nullptr);
   }
-  return RootHandle(document);
+  return RootHandle(std::move(document));
 }
 
 CCA_String VXJsonFactory::BuildJsonString(VXSharedPtr<const VXJson> value, const BuildConfig*) {

@@ -52,7 +52,7 @@ int VXJsonHelper::ToInt(VXSharedPtr<const VXJson> value) {
     case VXJsonType_Uint: return static_cast<int>(value->GetUint(nullptr));
     case VXJsonType_Float: return TruncateToInt(value->GetFloat(nullptr));
     case VXJsonType_Double: return TruncateToInt(value->GetDouble(nullptr));
-    case VXJsonType_String: return std::atoi(value->GetString(nullptr));
+    case VXJsonType_String: return ClampedAtoi(value->GetString(nullptr));
     case VXJsonType_Boolean: return value->GetBoolean(nullptr) ? 1 : 0;
     default: return -1;
   }
@@ -65,14 +65,14 @@ unsigned int VXJsonHelper::ToUint(VXSharedPtr<const VXJson> value) {
     case VXJsonType_Uint: return value->GetUint(nullptr);
     case VXJsonType_Float: return TruncateToUint(value->GetFloat(nullptr));
     case VXJsonType_Double: return TruncateToUint(value->GetDouble(nullptr));
-    case VXJsonType_String: return static_cast<unsigned int>(std::atoi(value->GetString(nullptr)));
+    case VXJsonType_String: return static_cast<unsigned int>(ClampedAtoi(value->GetString(nullptr)));
     case VXJsonType_Boolean: return value->GetBoolean(nullptr) ? 1u : 0u;
     default: return 0;
   }
 }
 
 // Every kind's double is exact or rounds once, so narrowing it gives what a
-// direct conversion to float would, with an infinity beyond the float range.
+// direct conversion to float would.
 float VXJsonHelper::ToFloat(VXSharedPtr<const VXJson> value) { return NarrowToFloat(ToDouble(value)); }
 
 double VXJsonHelper::ToDouble(VXSharedPtr<const VXJson> value) {

@@ -7,8 +7,34 @@
 /// The declaration order of the operations is part of the binary interface.
 /// Failures are reported only through results: a false flag, the caller's
 /// default, a null handle (which still carries a control block), -1 from
-/// GetSize, or nothing done. Nothing is printed or thrown. A tree and every
-/// handle into it belong to one thread at a time.
+/// GetSize, or nothing done. Nothing is printed, and nothing is thrown except
+/// std::bad_alloc when memory runs out (the edit is then not made and
+/// nothing leaks). A tree and every handle into it belong to one thread at a
+/// time.
+///
+/// Lifetimes, which nothing checks:
+/// - A child handle (GetAt, GetMember, their mutable forms, Insert/Set of
+///   containers, FirstMember/NextMember) is a view: it does not keep its tree
+///   alive. Only the root handle from ParseJsonString, or a handle from
+///   Clone, owns a tree. So
+///     VXSharedPtr<const VXJson> font =
+///         VXJsonFactory::ParseJsonString(text, len, nullptr)->GetMember("Font");
+///   dangles at once, although font.use_count() is 1: keep the root.
+/// - Inserting into or removing from an array may move its elements; adding
+///   a member or RemoveMember may move an object's members: views of those
+///   direct children may then see another child or a stale copy that shares
+///   storage with the live tree, so use them no more (an edit through a
+///   stale copy can corrupt the tree; views further down stay). Replacing a
+///   value (a replacing write, SetArrayMember/SetObjectMember on an existing
+///   member, CopyFrom) detaches the old content from the tree; CopyFrom on a
+///   Clone handle frees it, ending every view made from that clone.
+/// - Any of those edits on an object invalidates an enumeration running on
+///   it: restart with FirstMember.
+/// - A GetString/GetStringAt/GetStringMember pointer stays valid until that
+///   value is replaced or removed (or CopyFrom on its clone) and while the
+///   tree lives.
+/// - Strings and keys longer than 2^32 - 1 bytes cannot be stored: such a
+///   write changes nothing (false), such a key matches nothing.
 
 #include <vxbase/Array.h>
 #include <vxbase/String.h>
@@ -18,7 +44,9 @@
 #include <vxutility/vxutility_export.h>
 
 /// Classification of a JSON value. Integers are classified by value only.
-enum VXJsonType {
+/// The type is a signed 32-bit integer, so any int (-1 included) may be
+/// passed where a VXJsonType is taken.
+enum VXJsonType : int {
   VXJsonType_Null = 0,     ///< null, and anything not listed below
   VXJsonType_Int = 1,      ///< integer in [-2^31, -1]
   VXJsonType_Uint = 2,     ///< integer in [0, 2^32 - 1]
@@ -161,7 +189,8 @@ class VXUTILITY_EXPORT VXJson {
   virtual CCA_ObjArrayTemplate<CCA_String> GetMemberNames() const = 0;
   /// Restarts this handle's member cursor and delivers the first member;
   /// false, nothing written, when this is not an object or it is empty.
-  /// Otherwise true exactly when more members follow.
+  /// Otherwise true exactly when more members follow. `name` gets the whole
+  /// name (NUL bytes included); `value` may be this very handle.
   virtual bool FirstMember(CCA_String& name, VXSharedPtr<VXJson>& value) = 0;
   /// Delivers the member at the cursor and advances; false, nothing
   /// written, at the end. Otherwise true exactly when more members follow.
@@ -183,14 +212,14 @@ class VXUTILITY_EXPORT VXJson {
 
   /// Elements of an array or members of an object; -1 for other values.
   virtual int GetSize() const = 0;
-  /// A new independent tree holding a deep copy of this value.
+  /// A new independent tree holding a deep copy of this value (any depth).
   virtual VXSharedPtr<VXJson> Clone() const = 0;
   /// Replaces this value by a deep copy of `other`; false, nothing changed,
   /// for a null handle.
   virtual bool CopyFrom(VXSharedPtr<const VXJson> other) = 0;
-  /// Compact JSON text of this value; the text stops before a NaN or
-  /// infinite number, or a container nested deeper than the library's
-  /// limit (see docs/json.md).
+  /// Compact JSON text of this value, however deep; the text stops at a NaN
+  /// or infinite number, or where it would pass 2^31 - 1 bytes (see
+  /// docs/json.md).
   virtual CCA_String ToJsonString() const = 0;
 };
 

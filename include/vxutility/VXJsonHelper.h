@@ -7,6 +7,10 @@
 /// geometry readers return false, with the output untouched, for a null
 /// handle or a value that is not an array. Builders return a new JSON array
 /// made from "[]". See docs/json.md for the conversion table.
+///
+/// Strings convert through the C library (strtoll, atof, printf), so the
+/// decimal point is that of the caller's LC_NUMERIC locale; integer text
+/// beyond the int range clamps to it on every platform.
 
 #include <vxbase/Array.h>
 #include <vxbase/Geometry.h>
@@ -28,15 +32,18 @@ class VXUTILITY_EXPORT VXJsonHelper {
   /// Does nothing but return the object.
   VXJsonHelper& operator=(VXJsonHelper&& other);
 
-  /// An int (numbers truncated toward zero, strings through atoi, booleans
-  /// 1/0); -2147483648 for a NaN or a number outside the int range; -1 for a
-  /// null handle, null, 64-bit-only integers and containers.
+  /// An int (numbers truncated toward zero, strings through atoi clamped to
+  /// the int range, booleans 1/0); -2147483648 for a NaN or a number outside
+  /// the int range; -1 for a null handle, null, 64-bit-only integers and
+  /// containers.
   static int ToInt(VXSharedPtr<const VXJson> value);
-  /// The low 32 bits of the 64-bit truncation (strings through atoi); 0 for
-  /// a NaN or a number outside the 64-bit range, and for the fallback kinds.
+  /// The low 32 bits of the 64-bit truncation (strings: ToInt's int, as
+  /// unsigned); 0 for a NaN or a number outside the 64-bit range, and for the
+  /// fallback kinds.
   static unsigned int ToUint(VXSharedPtr<const VXJson> value);
-  /// A float (strings through atof; beyond the float range gives an
-  /// infinity); 0.0f for the fallback kinds.
+  /// A float, the double rounded to nearest (strings through atof): a
+  /// double up to half a float step past FLT_MAX gives FLT_MAX, beyond that
+  /// an infinity; 0.0f for the fallback kinds.
   static float ToFloat(VXSharedPtr<const VXJson> value);
   /// A double (strings through atof); 0.0 for the fallback kinds.
   static double ToDouble(VXSharedPtr<const VXJson> value);

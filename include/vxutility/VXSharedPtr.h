@@ -7,6 +7,8 @@
 /// of one handle belong to one thread at a time. There are no weak
 /// references and no custom deleters.
 
+#include <type_traits>
+
 /// The control block shared by every copy of one handle.
 class sp_counted_base {
  public:
@@ -43,11 +45,20 @@ class VXSharedPtr {
   /// A handle without object and without control block.
   VXSharedPtr() : ptr(nullptr), counter(nullptr) {}
   /// Takes ownership of `p`; a block is allocated also when `p` is null, so
-  /// the null handles the library returns carry a block.
-  explicit VXSharedPtr(T* p) : ptr(p), counter(nullptr) { counter = new sp_counted_impl<T>(p); }
+  /// the null handles the library returns carry a block. When the block
+  /// cannot be allocated, `p` is deleted and std::bad_alloc passes through.
+  explicit VXSharedPtr(T* p) : ptr(p), counter(nullptr) {
+    try {
+      counter = new sp_counted_impl<T>(p);
+    } catch (...) {
+      delete p;
+      throw;
+    }
+  }
   VXSharedPtr(const VXSharedPtr& other) : ptr(other.ptr), counter(other.counter) { Retain(); }
-  /// Shares `other`'s block, viewing its object as a `T`.
-  template <typename U>
+  /// Shares `other`'s block, viewing its object as a `T`; only where a `U*`
+  /// converts to a `T*` (adding const, or from a derived class).
+  template <typename U, typename = std::enable_if_t<std::is_convertible<U*, T*>::value>>
   VXSharedPtr(const VXSharedPtr<U>& other) : ptr(other.ptr), counter(other.counter) {
     Retain();
   }
@@ -62,7 +73,7 @@ class VXSharedPtr {
     ReleaseBlock(previous);
     return *this;
   }
-  template <typename U>
+  template <typename U, typename = std::enable_if_t<std::is_convertible<U*, T*>::value>>
   VXSharedPtr& operator=(const VXSharedPtr<U>& other) {
     return *this = VXSharedPtr(other);
   }

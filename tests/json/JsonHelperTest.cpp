@@ -1,7 +1,12 @@
 // The lenient readers and the builders of VXJsonHelper: scalars across every
 // kind of value, base-library arrays, colours, geometry and paths.
 
+#include <sys/stat.h>
+
+#include <cfloat>
+#include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <initializer_list>
 #include <limits>
 #include <string>
@@ -16,6 +21,7 @@ namespace {
 using H = VXJsonHelper;
 constexpr float kInf = std::numeric_limits<float>::infinity();
 constexpr int kIntMin = -2147483647 - 1;
+constexpr int kIntMax = 2147483647;
 
 struct ScalarRow {
   const char* element;  // nullptr: a handle without a block; "": a counted null
@@ -39,6 +45,10 @@ const ScalarRow kRows[] = {
     {"1e18", VXJsonType_Double, kIntMin, 2808348672u, 1e18f, 1e18, true, "1000000000000000000.00"},
     {"1e19", VXJsonType_Double, kIntMin, 0, 1e19f, 1e19, true, "10000000000000000000.00"},
     {"1e300", VXJsonType_Double, kIntMin, 0, kInf, 1e300, true, nullptr},
+    // Doubles within half a float step of the largest float round to it.
+    {"3.4028235e38", VXJsonType_Double, kIntMin, 0, FLT_MAX, 3.4028235e38, true, nullptr},
+    {"-3.4028235677e38", VXJsonType_Double, kIntMin, 0, -FLT_MAX, -3.4028235677e38, true, nullptr},
+    {"3.4028235678e38", VXJsonType_Double, kIntMin, 0, kInf, 3.4028235678e38, true, nullptr},
     {"2147483647.9", VXJsonType_Double, 2147483647, 2147483647u, 2147483648.0f, 2147483647.9, true, "2147483647.90"},
     {"-2147483648.9", VXJsonType_Double, kIntMin, 2147483648u, -2147483648.0f, -2147483648.9, true, "-2147483648.90"},
     {"0.0", VXJsonType_Double, 0, 0, 0.0f, 0.0, false, "0.00"},
@@ -50,6 +60,12 @@ const ScalarRow kRows[] = {
     {"\"  -3.5e1x\"", VXJsonType_String, -3, 4294967293u, -35.0f, -35.0, false, "  -3.5e1x"},
     {"\"-1e300\"", VXJsonType_String, -1, 4294967295u, -kInf, -1e300, false, "-1e300"},
     {"\"abc\"", VXJsonType_String, 0, 0, 0.0f, 0.0, false, "abc"},
+    {"\"3.4028235e38\"", VXJsonType_String, 3, 3, FLT_MAX, 3.4028235e38, false, "3.4028235e38"},
+    // Integer text beyond the int range clamps, whatever the C library does.
+    {"\"3000000000\"", VXJsonType_String, kIntMax, 2147483647u, 3e9f, 3e9, false, "3000000000"},
+    {"\"4294967297\"", VXJsonType_String, kIntMax, 2147483647u, 4294967297.0f, 4294967297.0, false, "4294967297"},
+    {"\"-4294967297x\"", VXJsonType_String, kIntMin, 2147483648u, -4294967297.0f, -4294967297.0, false, nullptr},
+    {"\" +99999999999999999999\"", VXJsonType_String, kIntMax, 2147483647u, 1e20f, 1e20, false, nullptr},
     {"\"true\"", VXJsonType_String, 0, 0, 0.0f, 0.0, true, "true"},
     {"\"TRUE\"", VXJsonType_String, 0, 0, 0.0f, 0.0, false, "TRUE"},
     {"\"true \"", VXJsonType_String, 0, 0, 0.0f, 0.0, false, "true "},
@@ -99,6 +115,27 @@ TEST(JsonHelper, PrecisionOfTheFixedPointText) {
   const std::string capped = Str(H::ToString(Element("5e-324"), 0x7fffffff));
   EXPECT_EQ(capped.size(), 2u + 1074);
   EXPECT_EQ(capped.back(), '5');
+}
+
+TEST(JsonHelper, StringsFollowTheCallersNumericLocale) {
+  // A private, non-UTF-8 locale whose decimal point is a comma.
+  const std::string dir = testing::TempDir() + "vx-json-locale";
+  mkdir(dir.c_str(), 0700);
+  const std::string build = "localedef -i de_DE -f ISO-8859-1 " + dir + "/de_DE.ISO-8859-1 >/dev/null 2>&1";
+  if (std::system(build.c_str()) != 0) GTEST_SKIP() << "localedef could not build de_DE.ISO-8859-1";
+  setenv("LOCPATH", dir.c_str(), 1);
+  const std::string previous = std::setlocale(LC_NUMERIC, nullptr);
+  ASSERT_NE(std::setlocale(LC_NUMERIC, "de_DE.ISO-8859-1"), nullptr);
+  const double point = H::ToDouble(Element("\"2.5\"")), comma = H::ToDouble(Element("\"2,5\""));
+  const std::string text = Str(H::ToString(Element("2.5"), 2));
+  const int integer = H::ToInt(Element("\"1.999\""));
+  std::setlocale(LC_NUMERIC, previous.c_str());
+  unsetenv("LOCPATH");
+  EXPECT_EQ(point, 2.0);
+  EXPECT_EQ(comma, 2.5);
+  EXPECT_EQ(text, "2,50");
+  EXPECT_EQ(integer, 1);
+  EXPECT_EQ(Str(H::ToString(Element("2.5"), 2)), "2.50");  // the caller's locale is back
 }
 
 template <typename T>
@@ -217,6 +254,8 @@ TEST(JsonHelper, GeometryFromShortAndLongArrays) {
             "[1,2,-1,-1][1.0,2.5,0.0,0.0][3,1][5,6]");
   EXPECT_EQ(Text(H::FromMatrix(m)) + Text(H::FromSizeF(gsize)), "[2.0,0.0,0.0,3.0,10.0,20.0][0.0,0.0]");
   EXPECT_TRUE(gpoint.x == kInf && gpoint.y == -2.5f);
+  ASSERT_TRUE(H::ToMatrix(Parse("[3.4028235e38, \"-3.4028235e38\", 3.4028235678e38]"), m));
+  EXPECT_TRUE(m.a == FLT_MAX && m.b == -FLT_MAX && m.c == kInf && m.d == 0.0f);
   EXPECT_EQ(Text(H::FromRectF(CCA_GRect{1, 2.5f, -3, 0.1f})), "[1.0,2.5,-3.0,0.10000000149011612]");
   EXPECT_EQ(Text(H::FromPointF(CCA_GPoint{0.5f, -2})) + Text(H::FromSizeF(CCA_GSize{8, 9})), "[0.5,-2.0][8.0,9.0]");
   EXPECT_EQ(Text(H::FromMatrix(CCA_Matrix())), "[1.0,0.0,0.0,1.0,0.0,0.0]");

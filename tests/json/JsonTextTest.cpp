@@ -46,12 +46,14 @@ TEST(JsonText, FramingErrorCodesAndTheTextWrittenBack) {
       {"{\"a\":1 \"b\":2}", kToNul, Code(6)}, {"[1 2]", kToNul, Code(7)}, {"[\"\\u12G4\"]", kToNul, Code(8)},
       {"[\"\\uD800x\"]", kToNul, Code(9)}, {"[\"\\q\"]", kToNul, Code(10)}, {"[\"a\x01\"]", kToNul, Code(10)},
       {"[\"abc", kToNul, Code(11)}, {std::string("[\"a\0b\"]", 7), 7, Code(11)}, {"[1e400]", kToNul, Code(13)},
+      {"[4804444480448e298,1]", kToNul, Code(13)}, {"[17976931348623159e292]", kToNul, Code(13)},
+      {"{\"a\":-99999999999999999999e300}", kToNul, Code(13)},
       {"[1.]", kToNul, Code(14)}, {"[1e]", kToNul, Code(15)},
       // One past the nesting limit, however deep.
       {Nested(513), kToNul, Code(16)}, {Nested(200000), kToNul, Code(16)}, {std::string(200000, '['), kToNul, Code(16)},
       // The compact text form of numbers, strings and duplicate members.
       {"[5.0]", kToNul, "[5.0]"}, {"[5]", kToNul, "[5]"}, {"[0.0]", kToNul, "[0.0]"}, {"[-0.0]", kToNul, "[-0.0]"},
-      {"[1e2]", kToNul, "[100.0]"}, {"[0.1]", kToNul, "[0.1]"}, {"[1e300]", kToNul, "[1e300]"},
+      {"[1e2]", kToNul, "[100.0]"}, {"[0.1]", kToNul, "[0.1]"}, {"[1e300]", kToNul, "[1e300]"}, {"[1.7976931348623157e308]", kToNul, "[1.7976931348623157e308]"},
       {"[-2.5e-7]", kToNul, "[-2.5e-7]"}, {"[1e21]", kToNul, "[1e21]"},
       {"[18446744073709551616]", kToNul, "[18446744073709553000.0]"},
       {"[-9223372036854775808]", kToNul, "[-9223372036854775808]"},
@@ -83,18 +85,15 @@ TEST(JsonText, NonFiniteNumbersTruncateTheTextAndNullBuildsNothing) {
   EXPECT_TRUE(VXJsonFactory::BuildJsonString(ConstJsonPtr(nullptr), nullptr).IsEmpty());
 }
 
-TEST(JsonText, NestingUpToTheLimitParsesAndTheWriterStopsPastIt) {
+TEST(JsonText, NestingUpToTheLimitParsesAndDeeperTreesWriteWhole) {
   constexpr int kLimit = 512;
   std::string objects;
   for (int i = 0; i < kLimit; ++i) objects += "{\"a\":";
   objects += "1" + std::string(kLimit, '}');
   for (const std::string& atLimit : {Nested(kLimit), objects}) EXPECT_EQ(Text(Parse(atLimit.c_str())), atLimit);
-  JsonPtr root = Parse("[]");
-  JsonPtr inner = root;
-  for (int depth = 1; depth < kLimit; ++depth) inner = inner->InsertArrayAt(0);
-  EXPECT_EQ(Text(root), Nested(kLimit));
-  inner->InsertArrayAt(0);
-  EXPECT_EQ(Text(root), std::string(kLimit, '['));
+  JsonPtr wrapped = Parse("[]");  // a tree at the limit, wrapped once more
+  wrapped->InsertValueAt(0, Parse(objects.c_str()));
+  EXPECT_TRUE(Text(wrapped) == "[" + objects + "]");
 }
 
 }  // namespace
