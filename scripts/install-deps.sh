@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages the build, the tests and the benchmarks
-# need, when any of them is missing.
+# need, when any of them is missing. Further package names given as
+# arguments are installed too (scripts/test-windows.sh adds its own).
 set -euo pipefail
 
 packages=(
@@ -11,6 +12,7 @@ packages=(
   libpng-dev libjpeg62-turbo-dev libtiff-dev libgif-dev libopenjp2-7-dev
   libfreetype-dev libfontconfig-dev fonts-dejavu-core
   libcairo2-dev libb64-dev
+  "$@"
 )
 
 missing=()

@@ -42,6 +42,7 @@ constexpr const char* kTempDirVariable = "TMPDIR";
 /// Code page numbers of the local encodings the tests know.
 constexpr unsigned kCodePageUtf8 = 65001;
 constexpr unsigned kCodePageWestern = 1252;
+constexpr unsigned kCodePageJapanese = 932;
 
 /// The local encoding the tests run with: the active code page on Windows;
 /// the C locale elsewhere, which counts as UTF-8.

@@ -71,35 +71,45 @@ TEST(CharsetConversion, BadUtf8BecomesReplacement) {
   EXPECT_EQ(Utf82Unicode("\xF0\x9F\x98", -1), replacement);                              // pair cut short
 }
 
-// Local text is UTF-8 where the C locale or the UTF-8 code page is active;
-// the Western Windows code page holds some of the same characters as
-// single bytes and gives "?" for the rest.
+// Local text is UTF-8 where the C locale or the UTF-8 code page is active.
+// The Western and Japanese Windows code pages hold some characters as one
+// or two bytes and give "?" for those they lack (null: the system may pick a
+// best-fit letter instead, so no expectation).
 TEST(CharsetConversion, LocalTextFollowsTheActiveEncoding) {
-  const unsigned codePage = test_platform::LocalCodePage();
-  if (codePage != test_platform::kCodePageUtf8 && codePage != test_platform::kCodePageWestern) {
-    GTEST_SKIP() << "no expectations for code page " << codePage;
-  }
-  const bool utf8 = codePage == test_platform::kCodePageUtf8;
   const struct {
     std::string utf8;
-    std::string western;  // code page 1252; "?" where it has no such character
+    const char* western;   // code page 1252
+    const char* japanese;  // code page 932
   } cases[] = {
-      {"caf\xC3\xA9", "caf\xE9"},
-      {"\xE2\x82\xAC" "5", "\x80" "5"},
-      {"\xE4\xB8\xAD", "?"},
+      {"caf\xC3\xA9", "caf\xE9", nullptr},
+      {"\xE2\x82\xAC" "5", "\x80" "5", nullptr},
+      {"\xE4\xB8\xAD\xE6\x96\x87", "??", "\x92\x86\x95\xB6"},
+      {"a\xEF\xBD\xB1" "b", nullptr, "a\xB1" "b"},  // half-width katakana: one byte
+      {"\xE0\xB8\x81", "?", "?"},
   };
+  const unsigned codePage = test_platform::LocalCodePage();
+  if (codePage != test_platform::kCodePageUtf8 && codePage != test_platform::kCodePageWestern &&
+      codePage != test_platform::kCodePageJapanese) {
+    GTEST_SKIP() << "no expectations for code page " << codePage;
+  }
   for (const auto& c : cases) {
     SCOPED_TRACE(c.utf8);
-    const std::string local = utf8 ? c.utf8 : c.western;
+    const char* expected = codePage == test_platform::kCodePageUtf8      ? c.utf8.c_str()
+                           : codePage == test_platform::kCodePageWestern ? c.western
+                                                                          : c.japanese;
+    if (expected == nullptr) continue;
+    const std::string local = expected;
+    const std::wstring wide = Utf82Unicode(c.utf8.c_str(), -1);
     EXPECT_EQ(Utf82Local(c.utf8.c_str(), -1), local);
-    EXPECT_EQ(Unicode2Local(Utf82Unicode(c.utf8.c_str(), -1).c_str(), -1), Utf82Local(c.utf8.c_str(), -1));
+    EXPECT_EQ(Unicode2Local(wide.c_str(), -1), local);
     if (local.find('?') != std::string::npos) continue;  // not the same text any more
     EXPECT_EQ(Local2Utf8(local.c_str(), -1), c.utf8);
-    EXPECT_EQ(Local2Unicode(local.c_str(), -1), Utf82Unicode(c.utf8.c_str(), -1));
+    EXPECT_EQ(Local2Unicode(local.c_str(), -1), wide);
+    EXPECT_EQ(Local2Unicode(local.c_str(), static_cast<int>(local.size())), wide);
   }
   // Invalid UTF-8 and lone surrogates reach local text as the replacement
   // character, or "?" where the code page has none.
-  const std::string replaced = utf8 ? kReplacementUtf8 : "?";
+  const std::string replaced = codePage == test_platform::kCodePageUtf8 ? kReplacementUtf8 : "?";
   EXPECT_EQ(Utf82Local("\xC0", -1), replaced);
   EXPECT_EQ(Unicode2Local(std::wstring{0xD800, L'a'}.c_str(), -1), replaced + "a");
 }
