@@ -3,6 +3,7 @@
 #include <vxutility/Version.h>
 
 #include "InitOrder.h"
+#include "runtime/MutexWatchdog.h"
 
 namespace {
 
@@ -10,6 +11,11 @@ namespace {
 /// per-thread notification, so the system is told not to send any; the
 /// attach always succeeds.
 bool OnProcessAttach();
+
+/// Runs when the library is detached from the process (unloaded, or the
+/// process ends): the watchdog of the forced-release locks is stopped and
+/// joined before the watch list and its lock go.
+void OnProcessDetach() { MutexWatchdog::Stop(); }
 
 }  // namespace
 

@@ -3,7 +3,9 @@
 // the library ran than each reference measured beside it. Benchmarks are
 // named "<case>/<implementation>"; the library's own run is "<case>/ours".
 // Ratios use CPU time: the build machine is shared, and wall time there
-// counts other processes too.
+// counts other processes too. Benchmarks whose work runs on other threads
+// (thread pools) ask for wall time instead, since the caller's CPU time
+// leaves that work out.
 
 #include <benchmark/benchmark.h>
 
@@ -16,6 +18,8 @@
 
 class RatioReporter : public benchmark::ConsoleReporter {
  public:
+  explicit RatioReporter(bool useRealTime = false) : m_useRealTime(useRealTime) {}
+
   void ReportRuns(const std::vector<Run>& reports) override {
     benchmark::ConsoleReporter::ReportRuns(reports);
     for (const Run& run : reports) {
@@ -23,14 +27,18 @@ class RatioReporter : public benchmark::ConsoleReporter {
       // With --benchmark_repetitions the median stands for the case.
       const bool median = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
       if (run.run_type != Run::RT_Iteration && !median) continue;
-      const std::string name = run.benchmark_name();
+      std::string name = run.benchmark_name();
+      for (const char* timing : {"/real_time", "/manual_time"}) {  // added by UseRealTime, UseManualTime
+        const std::size_t at = name.rfind(timing);
+        if (at != std::string::npos) name.erase(at, std::strlen(timing));
+      }
       const std::size_t slash = name.rfind('/');
       if (slash == std::string::npos) continue;
       Entry& entry = m_cases[name.substr(0, slash)];
       if (entry.order == 0) entry.order = ++m_nextOrder;
       std::string implementation = name.substr(slash + 1);
       if (median) implementation.resize(implementation.size() - std::strlen("_median"));
-      if (median || entry.times.count(implementation) == 0) entry.times[implementation] = run.GetAdjustedCPUTime();
+      if (median || entry.times.count(implementation) == 0) entry.times[implementation] = m_useRealTime ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
     }
   }
 
@@ -59,13 +67,15 @@ class RatioReporter : public benchmark::ConsoleReporter {
   };
   std::map<std::string, Entry> m_cases;
   int m_nextOrder = 0;
+  bool m_useRealTime;
 };
 
-/// Runs every registered benchmark with the ratio reporter.
-inline int RunBenchmarksWithRatios(int argc, char** argv) {
+/// Runs every registered benchmark with the ratio reporter (on wall time when
+/// asked).
+inline int RunBenchmarksWithRatios(int argc, char** argv, bool useRealTime = false) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  RatioReporter reporter;
+  RatioReporter reporter(useRealTime);
   benchmark::RunSpecifiedBenchmarks(&reporter);
   benchmark::Shutdown();
   return 0;
