@@ -28,10 +28,11 @@ export LC_ALL=C.UTF-8
 unset DISPLAY WAYLAND_DISPLAY
 emulator="env;WINEPREFIX=$WINEPREFIX;WINEDEBUG=$WINEDEBUG;WINEDLLOVERRIDES=$WINEDLLOVERRIDES;LC_ALL=$LC_ALL;$wine"
 
-# One Wine server for the whole run, so each test program starts fast; it
-# is stopped whatever happens.
+# One Wine server for the whole run, so each test program starts fast (one
+# may already serve this prefix, from an earlier run); it is stopped
+# whatever happens.
 mkdir -p "$WINEPREFIX"
-"$wineserver" -p
+"$wineserver" -p || true
 trap '"$wineserver" -k || true' EXIT
 "$wine" wineboot --init >/dev/null 2>&1
 
