@@ -16,7 +16,6 @@
 #include <vxutility/VXMutex.h>
 
 #include "InitOrder.h"
-#include "runtime/ReleasableLock.h"
 #include "runtime/ThreadPlatform.h"
 #include "runtime/VXMutexData.h"
 

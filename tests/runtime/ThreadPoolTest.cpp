@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 #include <pthread.h>
@@ -18,6 +19,15 @@
 #include <gtest/gtest.h>
 
 #include "runtime/RuntimeTestUtil.h"
+
+// The sanitizers reserve far more address space than a tight limit leaves.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#define VXTEST_CAN_LIMIT_ADDRESS_SPACE 1
+#endif
+
+// Two objects would stop and free the same workers.
+static_assert(!std::is_copy_constructible<ThreadPool>::value && !std::is_copy_assignable<ThreadPool>::value,
+              "pools are not copied");
 
 namespace {
 
@@ -90,6 +100,7 @@ void OccupyWorkers(ThreadPool& pool, std::vector<std::unique_ptr<BlockingTask>>&
   }
 }
 
+#ifdef VXTEST_CAN_LIMIT_ADDRESS_SPACE
 /// Bytes of address space this process uses now (VmSize).
 std::size_t CurrentAddressSpace() {
   std::ifstream status("/proc/self/status");
@@ -104,6 +115,7 @@ std::size_t CurrentAddressSpace() {
   }
   return 0;
 }
+#endif
 
 }  // namespace
 
@@ -227,14 +239,11 @@ TEST(ThreadPoolTest, TaskCopiesKeepTheFinishedFlag) {
   EXPECT_FALSE(copy.m_bFinished);
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-#define VXTEST_CAN_LIMIT_ADDRESS_SPACE 1
-#endif
-
 // A pool whose workers cannot all be started: CreatPool reports it and gives
-// -1, and the workers already started are stopped by PoolDestroy. Run in a
+// -1, and the workers already started are stopped by PoolDestroy. A thread
+// that cannot start stays idle. Run in a
 // child process whose address space only fits a couple of thread stacks.
-TEST(ThreadPoolTest, CreatPoolThatFailsHalfWayIsStillDestroyed) {
+TEST(ThreadPoolTest, ThreadsThatCannotStart) {
 #ifndef VXTEST_CAN_LIMIT_ADDRESS_SPACE
   GTEST_SKIP() << "sanitizers reserve more address space than the limit leaves";
 #else
@@ -254,10 +263,18 @@ TEST(ThreadPoolTest, CreatPoolThatFailsHalfWayIsStillDestroyed) {
     rlimit limit{};
     limit.rlim_cur = limit.rlim_max = CurrentAddressSpace() + 2 * stack + stack / 2;
     if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(10);
+    struct NoopThread : VXThread {
+      void run() override {}
+    };
     int status = 0;
     {
       ThreadPool pool;
       if (pool.CreatPool(10) != -1) status |= 1;
+      // With the space still taken, a VXThread cannot start either: it
+      // reports nothing and is left as if never started.
+      NoopThread thread;
+      thread.start();
+      if (thread.tid() != 0 || thread.isRunning() || !thread.wait(0)) status |= 8;
       if (pool.PoolDestroy() != 0) status |= 2;
       if (pool.PoolDestroy() != -1) status |= 4;
     }

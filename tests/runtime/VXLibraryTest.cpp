@@ -7,8 +7,12 @@
 #include <cstdlib>
 
 #include <string>
+#include <type_traits>
 
 #include <gtest/gtest.h>
+
+static_assert(!std::is_copy_constructible<VXLibrary>::value && !std::is_copy_assignable<VXLibrary>::value,
+              "a copy would share and free the record twice");
 
 namespace {
 

@@ -8,11 +8,17 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "runtime/RuntimeTestUtil.h"
+
+static_assert(!std::is_copy_constructible<VXMutex>::value && !std::is_copy_assignable<VXMutex>::value &&
+                  !std::is_copy_constructible<VXReinforceMutex>::value &&
+                  !std::is_copy_assignable<VXReinforceMutex>::value,
+              "a copy would share and free the lock's record twice");
 
 namespace {
 

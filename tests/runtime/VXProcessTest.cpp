@@ -92,12 +92,23 @@ TEST(VXProcess, MapsHowTheChildEnded) {
   }
 }
 
-TEST(VXProcess, MissingProgramFailsWithTheSystemCode) {
-  for (const char* program : {"vxutility-no-such-program", "/nonexistent/dir/tool"}) {
+TEST(VXProcess, SystemRefusalsCarryTheirCode) {
+  const struct {
+    const char* program;
+    int stdOut;
+    const char* message;
+  } cases[] = {
+      {"vxutility-no-such-program", -1, "Start process fail, errorcode=2\n"},
+      {"/nonexistent/dir/tool", -1, "Start process fail, errorcode=2\n"},
+      {RUNTIME_HELPER, 999, "Start process fail, errorcode=9\n"},  // not an open descriptor
+  };
+  for (const auto& c : cases) {
     VXProcess process;
+    process.setStartFlags(XProcInheritHandles);
+    process.redirectStdOutput(AsHandle(c.stdOut), AsHandle(-1));
     CaptureStdout();
-    EXPECT_FALSE(process.start(program, 0, nullptr));
-    EXPECT_EQ(GetCapturedStdout(), "Start process fail, errorcode=2\n");
+    EXPECT_FALSE(process.start(c.program, 0, nullptr));
+    EXPECT_EQ(GetCapturedStdout(), c.message);
     EXPECT_EQ(process.state(), XProcNotRunning);
   }
 }

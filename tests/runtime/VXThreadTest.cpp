@@ -6,11 +6,15 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
 #include "runtime/RuntimeTestUtil.h"
 #include "runtime/SleepMilliseconds.h"
+
+static_assert(!std::is_copy_constructible<VXThread>::value && !std::is_copy_assignable<VXThread>::value,
+              "a copy would share the thread's handle");
 
 namespace {
 
