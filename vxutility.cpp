@@ -14,8 +14,9 @@ bool OnProcessAttach();
 
 /// Runs when the library is detached from the process (unloaded, or the
 /// process ends): the watchdog of the forced-release locks is stopped and
-/// joined before the watch list and its lock go.
-void OnProcessDetach() { MutexWatchdog::Stop(); }
+/// joined before the watch list and its lock go. The Windows entry point
+/// does not call it yet (see windows/LibraryEntry.inc).
+[[maybe_unused]] void OnProcessDetach() { MutexWatchdog::Stop(); }
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages the build, the tests and the benchmarks
-# need, when any of them is missing.
+# need, when any of them is missing. Further package names given as
+# arguments are installed too (scripts/test-windows.sh adds its own).
 set -euo pipefail
 
 packages=(
@@ -12,6 +13,7 @@ packages=(
   libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-wqy-microhei
   libcairo2-dev libb64-dev
   locales
+  "$@"
 )
 
 missing=()

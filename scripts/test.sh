@@ -2,7 +2,8 @@
 # Installs what is missing, then builds and runs every test: a plain build,
 # the same tests under AddressSanitizer + UndefinedBehaviorSanitizer, and the
 # threading tests under ThreadSanitizer, then a short run of every fuzz
-# target. Fails when any test fails.
+# target, then the Windows cross build's tests under Wine. Fails when any
+# test fails.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -39,5 +40,7 @@ if command -v clang++ >/dev/null 2>&1; then
     -DVXUTILITY_TESTS=OFF -DVXUTILITY_BENCH=OFF -DVXUTILITY_TOOLS=OFF
   bash scripts/fuzz-smoke.sh build-fuzz 10
 fi
+
+bash scripts/test-windows.sh
 
 echo "all test suites passed"

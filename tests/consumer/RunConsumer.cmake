@@ -26,10 +26,24 @@ if(NOT found EQUAL 3)
   message(FATAL_ERROR "package files missing, found: ${config_files}")
 endif()
 
-run_step(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${PREFIX}
-         -DCMAKE_BUILD_TYPE=Release)
+# A cross build's consumer is built with the same toolchain and run with the
+# same emulator. Its toolchain searches only the target's own tree, so it is
+# pointed at the package directly.
+set(consumer_options -DCMAKE_PREFIX_PATH=${PREFIX} -DCMAKE_BUILD_TYPE=Release)
+if(TOOLCHAIN_FILE)
+  file(GLOB_RECURSE package_file ${PREFIX}/*/vxutilityConfig.cmake)
+  get_filename_component(package_dir "${package_file}" DIRECTORY)
+  list(APPEND consumer_options -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE} -Dvxutility_DIR=${package_dir})
+endif()
+run_step(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build ${consumer_options})
 run_step(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
-run_step(${WORK_DIR}/build/app)
+# Windows finds a program's DLLs beside it, as a consumer ships them.
+file(GLOB installed_dlls ${PREFIX}/bin/*.dll)
+if(installed_dlls)
+  file(COPY ${installed_dlls} DESTINATION ${WORK_DIR}/build)
+endif()
+file(GLOB app ${WORK_DIR}/build/app ${WORK_DIR}/build/app.exe)
+run_step(${EMULATOR} ${app})
 string(STRIP "${STEP_OUTPUT}" printed)
 if(NOT printed STREQUAL EXPECTED_VERSION)
   message(FATAL_ERROR "consumer printed '${printed}', expected '${EXPECTED_VERSION}'")

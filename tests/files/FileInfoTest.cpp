@@ -4,12 +4,30 @@
 
 #include <vector>
 
+#if !defined(_WIN32)
 #include <sys/stat.h>
-#include <unistd.h>
+#endif
 
 #include "files/ScratchDir.h"
 
 using FileInfoTest = ScratchDirTest;
+using test_platform::kDriveLetters;
+using test_platform::kPermissionBits;
+
+namespace {
+
+/// Makes a FIFO and a symbolic link to `target`; false where the system
+/// cannot.
+bool MakeSpecialFiles(const std::string& fifo, const std::string& link, const std::string& target) {
+#if defined(_WIN32)
+  (void)fifo, (void)link, (void)target;
+  return false;
+#else
+  return mkfifo(fifo.c_str(), 0600) == 0 && symlink(target.c_str(), link.c_str()) == 0;
+#endif
+}
+
+}  // namespace
 
 // Permissions come from the mode bits, which root reads like anyone else, so
 // none of these needs skipping when the tests run as root.
@@ -18,21 +36,21 @@ TEST_F(FileInfoTest, StatusOfFilesDirectoriesAndMissingPaths) {
   WriteFile("ro.txt", "x", 0444);
   WriteFile("wo.txt", "x", 0200);
   fs::create_directory(Path("sub"));
-  WriteFile("sub/\xC3\xBC.txt", "x");  // non-ASCII name in UTF-8
-  mkfifo(Path("fifo").c_str(), 0600);
-  symlink(Path("rw.txt").c_str(), Path("link").c_str());
-  const std::pair<const char*, int> cases[] = {
+  WriteFile("sub/\xC3\xBC\xE4\xB8\xAD\xF0\x9F\x98\x80.txt", "x");  // non-ASCII name in UTF-8
+  std::vector<std::pair<const char*, int>> cases = {
       {"rw.txt", 51},
       {"ro.txt", 19},
-      {"wo.txt", 35},
+      {"wo.txt", kPermissionBits ? 35 : 51},  // Windows has no write-only files
       {"sub\\", 53},
-      {"sub\\\xC3\xBC.txt", 51},
+      {"sub\\\xC3\xBC\xE4\xB8\xAD\xF0\x9F\x98\x80.txt", 51},
       {"rw.txt/", 51},   // one trailing separator dropped
       {"rw.txt//", 0},   // only one: "rw.txt/" is no directory
-      {"fifo", 49},      // neither file nor directory
-      {"link", 51},      // links are followed
       {"missing", 0},
   };
+  if (MakeSpecialFiles(Path("fifo"), Path("link"), Path("rw.txt"))) {
+    cases.push_back({"fifo", 49});  // neither file nor directory
+    cases.push_back({"link", 51});  // links are followed
+  }
   for (const auto& [name, flags] : cases) {
     SCOPED_TRACE(name);
     const std::string path = Path(name);
@@ -50,9 +68,22 @@ TEST_F(FileInfoTest, EmptyPathsTheRootAndExplicitLengths) {
   EXPECT_FALSE(VXFileInfo(static_cast<const char*>(nullptr), -1).IsExists());
   EXPECT_FALSE(VXFileInfo(L"", -1).IsExists());
   EXPECT_FALSE(VXFileInfo(root_.c_str(), 0).IsExists());
-  // A lone separator names the root, not an empty path.
-  EXPECT_TRUE(VXFileInfo("/", -1).IsDir());
-  EXPECT_TRUE(VXFileInfo("\\", -1).IsDir());
+  // A lone separator names the root on POSIX; on Windows it goes as the
+  // trailing separator, leaving no path. A drive letter with or without a
+  // separator names the drive's root there, and is a plain name elsewhere.
+  const std::string drive = kDriveLetters ? root_.substr(0, 2) : "C:";
+  const std::pair<std::string, bool> roots[] = {
+      {"/", !kDriveLetters},
+      {"\\", !kDriveLetters},
+      {drive, kDriveLetters},
+      {drive + "/", kDriveLetters},
+      {drive + "\\", kDriveLetters},
+      {root_.substr(0, root_.size() - 1), true},
+  };
+  for (const auto& [path, isDir] : roots) {
+    EXPECT_EQ(VXFileInfo(path.c_str(), -1).IsDir(), isDir) << path;
+    EXPECT_EQ(VXFileInfo(Utf82Unicode(path.c_str(), -1).c_str(), -1).IsDir(), isDir) << path;
+  }
   const std::string file = WriteFile("data.bin", "x");
   const std::string longer = file + ".bak";  // no such file
   const int length = static_cast<int>(file.size());

@@ -8,12 +8,15 @@
 #include <filesystem>
 #include <tuple>
 
+#include "TestPlatform.h"
+
 TEST(PathSeparators, EverySeparatorIsReplaced) {
   EXPECT_EQ(ConvertPathSep("//x\\\\", '|'), "||x||");
   EXPECT_EQ(ConvertPathSep(static_cast<const char*>(nullptr), '|'), "");
   char buffer[] = "a\\b/c";
   EXPECT_EQ(ToNativePathSep(buffer), buffer);
-  EXPECT_STREQ(buffer, "a/b/c");
+  const char sep = test_platform::kNativeSep;
+  EXPECT_EQ(std::string(buffer), (std::string{'a', sep, 'b', sep, 'c'}));
 }
 
 TEST(PathJoin, ExactlyOneSeparatorBetweenParts) {
@@ -66,15 +69,19 @@ TEST(MakeTempFilename, PrefixSecondsSuffixKeptWhole) {
 }
 
 // The test program links the shared library like any caller, so that it is
-// a loaded module. The lookups give a resolved directory ending with "/".
-std::string Resolved(const char* directory) { return std::filesystem::canonical(directory).string() + "/"; }
+// a loaded module. The lookups give a resolved directory ending with the
+// native separator.
+std::string Resolved(const char* directory) {
+  return std::filesystem::canonical(directory).make_preferred().u8string() + test_platform::kNativeSep;
+}
 
 TEST(ModulePath, LoadedLibrariesAreFoundByTheirWholeName) {
+  const std::string name = VXUTILITY_LIBRARY_NAME;
   const CCA_String app = GetAppPath();
   EXPECT_EQ(app.c_str(), Resolved(FILES_TEST_DIR));
-  EXPECT_EQ(GetDllPath("libvxutility.so.5").c_str(), Resolved(VXUTILITY_LIBRARY_DIR));
-  EXPECT_EQ(GetDllPath(VXUTILITY_LIBRARY_FILE), GetDllPath("libvxutility.so.5"));  // a full path names it too
+  EXPECT_EQ(GetDllPath(name.c_str()).c_str(), Resolved(VXUTILITY_LIBRARY_DIR));
+  EXPECT_EQ(GetDllPath(VXUTILITY_LIBRARY_FILE), GetDllPath(name.c_str()));  // a full path names it too
   EXPECT_EQ(GetDllPath(nullptr), app);
-  EXPECT_EQ(GetDllPath("libno-such-module.so"), app);
-  EXPECT_EQ(GetDllPath("libvxutility.so"), app);  // names are matched whole
+  EXPECT_EQ(GetDllPath("no-such-module"), app);
+  EXPECT_EQ(GetDllPath(name.substr(0, name.size() - 2).c_str()), app);  // names are matched whole
 }

@@ -2,11 +2,10 @@
 
 #include <regex>
 
-#include <unistd.h>
-
 #include "files/ScratchDir.h"
 
 using TempFileTest = ScratchDirTest;
+using test_platform::kTempDirVariable;
 
 // The directory is taken as text (no separator added), the extension's own
 // dot is kept and the path is made once.
@@ -24,19 +23,20 @@ TEST_F(TempFileTest, NameHasEveryPartThatIsTurnedOn) {
     temp.setSuffix("later");  // too late: the path is made once
     temp.generateFilePath();
     const std::string pattern = std::string("D:\\\\work") + (mask & 4 ? "scan_" : "") +
-                                (mask & 1 ? std::to_string(getpid()) + "_" : "") + (mask & 2 ? "[0-9]{5}" : "") +
+                                (mask & 1 ? std::to_string(test_platform::ProcessId()) + "_" : "") + (mask & 2 ? "[0-9]{5}" : "") +
                                 (mask & 8 ? "_p1" : "") + (mask & 16 ? "\\.\\.png" : "");
     EXPECT_TRUE(std::regex_match(temp.getFilePath(), std::regex(pattern))) << temp.getFilePath();
   }
 }
 
 TEST_F(TempFileTest, SystemDirectoryEndsWithOneSeparator) {
-  const std::string systemDir = fs::temp_directory_path().string();
+  const char* saved = std::getenv(kTempDirVariable);
+  const std::string systemDir = saved ? saved : "";
   for (const std::string& dir : {root_, root_.substr(0, root_.size() - 1)}) {
-    setenv("TMPDIR", dir.c_str(), 1);
+    test_platform::SetEnv(kTempDirVariable, dir);
     EXPECT_EQ(TempFile().getDir(), root_);  // the system's, ending with one separator
   }
-  setenv("TMPDIR", systemDir.c_str(), 1);
+  test_platform::SetEnv(kTempDirVariable, systemDir);
 }
 
 TEST_F(TempFileTest, FileIsRemovedUnlessToldOtherwise) {

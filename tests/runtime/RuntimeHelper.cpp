@@ -2,20 +2,30 @@
 //   exit N | sleep MS | args ARG... | cwd | crash | killself | say TEXT |
 //   fds (exit code: open descriptors) | shm-write NAME TEXT | shm-read NAME
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <string>
+#include <thread>
 
+#if !defined(_WIN32)
 #include <dirent.h>
 #include <signal.h>
 #include <unistd.h>
+#endif
 
 #include <vxutility/VXSharedMemory.h>
 
 namespace {
 
+/// Descriptors and signals are POSIX notions: on Windows these commands
+/// answer as unknown ones do.
 int CountOpenDescriptors() {
+#if defined(_WIN32)
+  return 64;
+#else
   DIR* dir = opendir("/proc/self/fd");
   if (dir == nullptr) return -1;
   int count = 0;
@@ -24,6 +34,13 @@ int CountOpenDescriptors() {
   }
   closedir(dir);
   return count - 1;  // the directory's own descriptor
+#endif
+}
+
+void KillSelf() {
+#if !defined(_WIN32)
+  kill(getpid(), SIGKILL);
+#endif
 }
 
 int WriteShared(const char* name, const char* text) {
@@ -53,7 +70,7 @@ int main(int argc, char** argv) {
   const std::string command = argv[1];
   if (command == "exit" && argc == 3) return std::atoi(argv[2]);
   if (command == "sleep" && argc == 3) {
-    usleep(static_cast<useconds_t>(std::atoi(argv[2])) * 1000u);
+    std::this_thread::sleep_for(std::chrono::milliseconds(std::atoi(argv[2])));
     return 0;
   }
   if (command == "args") {
@@ -61,13 +78,14 @@ int main(int argc, char** argv) {
     return 0;
   }
   if (command == "cwd") {
-    char path[4096];
-    if (getcwd(path, sizeof path) == nullptr) return 1;
-    std::printf("%s\n", path);
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::current_path(error);
+    if (error) return 1;
+    std::printf("%s\n", path.string().c_str());
     return 0;
   }
   if (command == "crash") std::abort();
-  if (command == "killself") kill(getpid(), SIGKILL);
+  if (command == "killself") KillSelf();
   if (command == "say" && argc == 3) {
     std::printf("out:%s\n", argv[2]);
     std::fflush(stdout);

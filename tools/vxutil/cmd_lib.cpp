@@ -2,6 +2,7 @@
 // step also runs a few tasks on a thread pool.
 
 #include <atomic>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -25,7 +26,9 @@ int RunLib(const Args& args) {
   for (std::size_t i = 1; i < args.size(); ++i) {
     void* address = library.Resolve(args[i].c_str());
     if (address != nullptr) {
-      std::printf("%s: %p\n", args[i].c_str(), address);
+      // %p differs between C runtimes (Windows' has no "0x"): one form everywhere.
+      std::printf("%s: 0x%llx\n", args[i].c_str(),
+                  static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(address)));
     } else {
       std::printf("%s: %s\n", args[i].c_str(), *library.ErrorMessage() ? library.ErrorMessage() : "not found");
       status = 1;
@@ -52,6 +55,14 @@ class SumTask : public IVXThreadPoolTask {
   int m_first = 0;
 };
 
+/// The C library every process has loaded, by the file name the loader
+/// knows it by.
+#if defined(_WIN32)
+constexpr char kCLibraryFile[] = "msvcrt.dll";
+#else
+constexpr char kCLibraryFile[] = "libc.so.6";
+#endif
+
 /// Ten tasks on a pool of ten workers, strlen looked up in the C library,
 /// then the pool's destroy, which stops its idle workers one by one.
 int DemoLib() {
@@ -77,11 +88,11 @@ int DemoLib() {
       ok &= total == 500500;
     }
 
-    VXLibrary libc("libc.so.6");
+    VXLibrary libc(kCLibraryFile);
     ok &= libc.Load();
     auto length = reinterpret_cast<std::size_t (*)(const char*)>(libc.Resolve("strlen"));
     ok &= length != nullptr;
-    std::printf("libc.so.6 loaded: %s, strlen(\"vxutility\") through it: %zu\n", libc.IsLoaded() ? "yes" : "no",
+    std::printf("%s loaded: %s, strlen(\"vxutility\") through it: %zu\n", kCLibraryFile, libc.IsLoaded() ? "yes" : "no",
                 length ? length("vxutility") : 0);
     libc.Resolve("no_such_function_here");
     std::printf("missing symbol: %s\n", libc.ErrorMessage());

@@ -9,6 +9,11 @@
 
 #include <unistd.h>
 
+#if defined(_WIN32)
+#include <io.h>
+#include <windows.h>
+#endif
+
 #include <vxutility/VXProcess.h>
 
 #include "Command.h"
@@ -19,7 +24,25 @@ namespace {
 
 const char* const kExitStateNames[] = {"none", "magic", "normal"};
 
-void* OwnHandle(int fd) { return reinterpret_cast<void*>(static_cast<std::intptr_t>(fd)); }
+/// The system's handle of our descriptor `fd`, as a child is given it.
+void* OwnHandle(int fd) {
+#if defined(_WIN32)
+  return reinterpret_cast<void*>(_get_osfhandle(fd));
+#else
+  return reinterpret_cast<void*>(static_cast<std::intptr_t>(fd));
+#endif
+}
+
+/// This very program's file, to start it again as a child.
+std::string OwnProgram() {
+#if defined(_WIN32)
+  char name[MAX_PATH + 1] = {};
+  GetModuleFileNameA(nullptr, name, MAX_PATH);
+  return name;
+#else
+  return "/proc/self/exe";
+#endif
+}
 
 /// Runs `argv` (program first) with our own output, waits up to `timeout` ms
 /// (negative: no limit), ends it when the time runs out, and reports.
@@ -57,7 +80,8 @@ int Run(const Args& args) {
 
 /// Runs this very tool as the child, asking for its version.
 int Demo() {
-  const std::vector<const char*> argv = {"/proc/self/exe", "version"};
+  const std::string program = OwnProgram();
+  const std::vector<const char*> argv = {program.c_str(), "version"};
   return RunAndReport(argv, 10000) ? 0 : 1;
 }
 

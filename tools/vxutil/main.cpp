@@ -8,7 +8,23 @@
 
 #include "Command.h"
 
+#if defined(_WIN32)
+#include <fcntl.h>
+#include <io.h>
+#endif
+
 namespace {
+
+/// The standard streams carry bytes unchanged on every system, so that
+/// binary data can be piped and the output is the same everywhere: Windows
+/// would otherwise write "\r\n" for "\n" and stop reading at a 0x1A byte.
+void UseBinaryStandardStreams() {
+#if defined(_WIN32)
+  _setmode(_fileno(stdin), _O_BINARY);
+  _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stderr), _O_BINARY);
+#endif
+}
 
 void PrintHelp(std::FILE* out) {
   std::fprintf(out,
@@ -48,6 +64,7 @@ int RunDemo() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  UseBinaryStandardStreams();
   if (argc < 2) {
     PrintHelp(stderr);
     return 2;
