@@ -144,11 +144,11 @@ void Sample(const Curve& curve, float px, float py, SampleRun& run) {
       run.maxDX = std::max(run.maxDX, std::fabs(b.x - previous.x));
     }
     previous = b;
-    // Distances compare at the precision they are kept in, so a tie keeps
-    // the earlier sample.
-    const float distance = static_cast<float>(DistanceTo(px, py, b));
+    // The double distance against the single nearest one: a sample whose
+    // distance rounds to the same float still replaces it when closer.
+    const double distance = DistanceTo(px, py, b);
     if (i == 0 || distance < run.minDist) {
-      run.minDist = distance;
+      run.minDist = static_cast<float>(distance);
       run.tBest = t;
     }
   }

@@ -82,6 +82,11 @@ const CurveCase kCurveCases[] = {
     // Nearest sample t = 0: the search interval is clamped to the curve, so
     // the curve's extension (B(-0.015) lies 1.01 away) is never probed.
     {"the search stays on the curve", Quadratic, {{0, 0}, {0, 100}, {100, 100}}, {0.01f, -2.01f}, 1.1f, false},
+    // Two samples whose distances round to the same float: the later one is
+    // closer in double and becomes the nearest, and the search from it finds
+    // the curve within the tolerance (from the earlier one it would not).
+    {"a near tie goes to the closer sample", Quadratic, {{17, 6}, {2, 8}, {17, 2}}, {13.8304892f, 8.9333849f},
+     2.56087971f, true},
     {"near the start, beyond the box in x and y", Quadratic, {{20, 20}, {25, 30}, {30, 20}}, {19.5f, 19.5f}, 1, false},
     {"a quadratic with two points", Quadratic, {{0, 0}, {5, 10}}, {0, 0}, 5, false},
     {"a cubic with three points", Cubic, {{0, 0}, {0, 10}, {10, 10}}, {0, 0}, 5, false},
