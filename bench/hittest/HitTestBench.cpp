@@ -16,7 +16,7 @@
 #include "bench/support/AllocationCounter.h"
 #include "bench/support/RatioReporter.h"
 #include "graphics/hittest/ArcToCubics.h"
-#include "graphics/hittest/BuildPathSegments.h"
+#include "graphics/hittest/PathWalk.h"
 
 namespace {
 
@@ -141,10 +141,22 @@ const std::vector<CCA_GPoint>& TheQueries() {
   return queries;
 }
 
+// Lines and curves, arcs counted as their pieces.
+struct SegmentCounter {
+  int count = 0;
+  bool Line(const CA_PathPoint&, const CA_PathPoint&) { return ++count, false; }
+  bool Curve(int, const CA_PathPoint*) { return ++count, false; }
+  bool Arc(const CA_PathPoint& start, const CA_PathPoint* records) {
+    CA_PathPoint points[vxhittest::kMaxArcPoints];
+    count += vxhittest::ArcToCubicPoints(start, records, points);
+    return false;
+  }
+};
+
 int SegmentCount() {
-  vxhittest::PathSegmentList segments;
-  vxhittest::BuildPathSegments(ThePath(), segments);
-  return segments.GetSize();
+  SegmentCounter counter;
+  vxhittest::WalkPathSegments(&ThePath().GetPoint(0), ThePath().GetPointCount(), counter);
+  return counter.count;
 }
 
 // ---- the runs --------------------------------------------------------------
@@ -202,17 +214,7 @@ void BM_CairoInFill(benchmark::State& state) {
   RunQueries(state, [&](const CCA_GPoint& p) { return cairo_in_fill(cairo.cr, p.x, p.y) != 0; });
 }
 
-// The share of a query spent turning the path into segments.
-void BM_VxutilityBuildSegments(benchmark::State& state) {
-  RunQueries(state, [](const CCA_GPoint&) {
-    vxhittest::PathSegmentList segments(ThePath().GetPointCount());
-    vxhittest::BuildPathSegments(ThePath(), segments);
-    return segments.GetSize() > 0;
-  });
-}
-
 // Named "<query>/<implementation>" for the ratio reporter.
-BENCHMARK(BM_VxutilityBuildSegments)->Name("segment list/ours");
 BENCHMARK(BM_VxutilityStroke)->Name("outline/ours");
 BENCHMARK(BM_CairoInStroke)->Name("outline/cairo");
 BENCHMARK(BM_VxutilityFill)->Name("area/ours");

@@ -29,10 +29,8 @@ struct Curve {
   CA_PathPoint p0, p1, p2, p3;
 };
 
-Curve MakeCurve(int kind, const CCA_ArrayTemplate<CA_PathPoint>& points) {
-  Curve curve{kind, points[0], points[1], points[2], CA_PathPoint()};
-  if (points.GetSize() >= 4) curve.p3 = points[3];
-  return curve;
+Curve MakeCurve(int kind, const CA_PathPoint* points) {
+  return {kind, points[0], points[1], points[2], kind == Cubic ? points[3] : CA_PathPoint()};
 }
 
 // The Bernstein weights at t. The terms without a power function stay in
@@ -100,12 +98,6 @@ double DistanceAt(const Curve& curve, float px, float py, float t) {
   return DistanceTo(px, py, Evaluate(curve, t));
 }
 
-void AppendSample(CCA_ArrayTemplate<CCA_GPoint>& samples, const CCA_GPoint& sample) {
-  const int count = samples.GetSize();
-  if (!samples.SetSize(count + 1, -1)) return;
-  samples[count] = sample;
-}
-
 // Halves the interval from `t` toward `bound` while the curve keeps coming
 // closer; true as soon as a probe lies within the tolerance.
 bool SearchToward(const Curve& curve, float px, float py, float tolerance, float t, double previous,
@@ -120,11 +112,22 @@ bool SearchToward(const Curve& curve, float px, float py, float tolerance, float
   }
 }
 
+// Samples of one side of the point's line, in the order of increasing t.
+struct SampleList {
+  CCA_GPoint at[kSampleSteps + 1];
+  int count = 0;
+
+  void Add(const CCA_GPoint& sample) { at[count++] = sample; }
+};
+
+// What the samples tell: the nearest one and, when crossings are counted,
+// the samples by side and the largest steps between them.
 struct SampleRun {
-  CCA_ArrayTemplate<CCA_GPoint> left{kSampleSteps + 1};  // x <= px
-  CCA_ArrayTemplate<CCA_GPoint> right{kSampleSteps + 1};  // x > px
-  CCA_ArrayTemplate<CCA_GPoint> up{kSampleSteps + 1};     // y <= py
-  CCA_ArrayTemplate<CCA_GPoint> down{kSampleSteps + 1};   // y > py
+  bool sorting = false;  // only the area test needs the sides and the steps
+  SampleList left;       // x <= px
+  SampleList right;      // x > px
+  SampleList up;         // y <= py
+  SampleList down;       // y > py
   double maxDX = 0;
   double maxDY = 0;
   float minDist = 0;
@@ -136,14 +139,16 @@ void Sample(const Curve& curve, float px, float py, SampleRun& run) {
   for (int i = 0; i <= kSampleSteps; ++i) {
     const float t = SampleParameter(i);
     const CurvePoint b = EvaluateSample(curve, i);
-    const CCA_GPoint sample{static_cast<float>(b.x), static_cast<float>(b.y)};
-    AppendSample(px < b.x ? run.right : run.left, sample);
-    AppendSample(py < b.y ? run.down : run.up, sample);
-    if (i >= 1) {
-      run.maxDY = std::max(run.maxDY, std::fabs(b.y - previous.y));
-      run.maxDX = std::max(run.maxDX, std::fabs(b.x - previous.x));
+    if (run.sorting) {
+      const CCA_GPoint sample{static_cast<float>(b.x), static_cast<float>(b.y)};
+      (px < b.x ? run.right : run.left).Add(sample);
+      (py < b.y ? run.down : run.up).Add(sample);
+      if (i >= 1) {
+        run.maxDY = std::max(run.maxDY, std::fabs(b.y - previous.y));
+        run.maxDX = std::max(run.maxDX, std::fabs(b.x - previous.x));
+      }
+      previous = b;
     }
-    previous = b;
     // The double distance against the single nearest one: a sample whose
     // distance rounds to the same float still replaces it when closer.
     const double distance = DistanceTo(px, py, b);
@@ -188,32 +193,34 @@ bool BeyondBothAxes(float px, float py, const ControlBox& box) {
 
 }  // namespace
 
-bool TestCurveSegment(float px, float py, float tolerance, int kind, const PathSegment& segment,
-                      SideCounts& counts) {
-  const int count = segment.points.GetSize();
-  if (count < 3 || (kind == Cubic && count < 4)) return false;
-  if (BeyondBothAxes(px, py, GetControlBox(segment.points))) return false;
+bool TestCurveSegment(float px, float py, float tolerance, int kind, const CA_PathPoint* points,
+                      SideCounts* counts) {
+  if (BeyondBothAxes(px, py, GetControlBox(points, kind == Cubic ? 4 : 3))) return false;
 
-  const Curve curve = MakeCurve(kind, segment.points);
+  const Curve curve = MakeCurve(kind, points);
   SampleRun run;
+  run.sorting = counts != nullptr;
   Sample(curve, px, py, run);
   if (Refine(curve, px, py, tolerance, run)) {
-    ++counts.plusX;
-    ++counts.minusX;
-    ++counts.plusY;
-    ++counts.minusY;
+    if (counts != nullptr) {
+      Raise(counts->plusX);
+      Raise(counts->minusX);
+      Raise(counts->plusY);
+      Raise(counts->minusY);
+    }
     return true;
   }
+  if (counts == nullptr) return false;
   const float maxDX = static_cast<float>(run.maxDX);
   const float maxDY = static_cast<float>(run.maxDY);
-  CountSideCrossings(px, py, run.left, counts.minusX, maxDX, maxDY, SideLeft);
-  CountSideCrossings(px, py, run.right, counts.plusX, maxDX, maxDY, SideRight);
-  CountSideCrossings(px, py, run.up, counts.minusY, maxDX, maxDY, SideUp);
-  CountSideCrossings(px, py, run.down, counts.plusY, maxDX, maxDY, SideDown);
+  CountSideCrossings(px, py, run.left.at, run.left.count, counts->minusX, maxDX, maxDY, SideLeft);
+  CountSideCrossings(px, py, run.right.at, run.right.count, counts->plusX, maxDX, maxDY, SideRight);
+  CountSideCrossings(px, py, run.up.at, run.up.count, counts->minusY, maxDX, maxDY, SideUp);
+  CountSideCrossings(px, py, run.down.at, run.down.count, counts->plusY, maxDX, maxDY, SideDown);
   return false;
 }
 
-void CountSideCrossings(float px, float py, const CCA_ArrayTemplate<CCA_GPoint>& samples, int& counter,
+void CountSideCrossings(float px, float py, const CCA_GPoint* samples, int count, std::int32_t& counter,
                         float maxDX, float maxDY, int side) {
   const bool alongY = side == SideLeft || side == SideRight;
   if (!alongY && side != SideUp && side != SideDown) return;
@@ -221,12 +228,11 @@ void CountSideCrossings(float px, float py, const CCA_ArrayTemplate<CCA_GPoint>&
   const float threshold = alongY ? maxDY : maxDX;
   SideTally above;
   SideTally below;
-  const int count = samples.GetSize();
   for (int i = 0; i < count; ++i) {
     const float c = alongY ? samples[i].y : samples[i].x;
     if (c > p) above.Add(c, p);
     if (c < p) below.Add(c, p);
-    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) ++counter;
+    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) Raise(counter);
   }
 }
 

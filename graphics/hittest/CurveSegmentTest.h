@@ -1,10 +1,9 @@
 #pragma once
 // Hit and crossing test of one quadratic or cubic Bezier segment.
 
-#include <vxbase/Array.h>
 #include <vxbase/Geometry.h>
 
-#include "graphics/hittest/PathSegment.h"
+#include "graphics/hittest/SegmentRecords.h"
 
 namespace vxhittest {
 
@@ -17,20 +16,20 @@ enum CrossingSide {
 };
 
 /// True when (px, py) lies within `tolerance` of the curve of `kind`
-/// (Quadratic or Cubic), found from 51 samples and a short halving search
-/// around the nearest one. A hit adds 1 to every counter; a miss adds the
-/// crossings read from the samples. False, with nothing counted, when the
-/// segment has too few points for its kind or the point lies beyond its
-/// control box in both axes.
-bool TestCurveSegment(float px, float py, float tolerance, int kind, const PathSegment& segment,
-                      SideCounts& counts);
+/// through `points` (three for Quadratic, four for Cubic), found from 51
+/// samples and a short halving search around the nearest one. When `counts`
+/// is given, a hit adds 1 to every counter and a miss adds the crossings
+/// read from the samples. False, with nothing counted, when the point lies
+/// beyond the control box in both axes.
+bool TestCurveSegment(float px, float py, float tolerance, int kind, const CA_PathPoint* points,
+                      SideCounts* counts);
 
 /// Adds 1 to `counter` for every sample, from the first one at which the
 /// samples so far hold one on each side of the point's line (y = py for
 /// sides 1 and 2, x = px for 3 and 4) whose nearest representatives lie
 /// closer together than the largest sample step along that line (maxDY,
 /// maxDX). Any other side counts nothing.
-void CountSideCrossings(float px, float py, const CCA_ArrayTemplate<CCA_GPoint>& samples, int& counter,
+void CountSideCrossings(float px, float py, const CCA_GPoint* samples, int count, std::int32_t& counter,
                         float maxDX, float maxDY, int side);
 
 }  // namespace vxhittest

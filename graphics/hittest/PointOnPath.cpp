@@ -1,60 +1,74 @@
-// The hit test of a point against a path: the path's records become a
-// segment list on every call (nothing is cached), then every segment is
-// tested in order until one is hit. The area test also gathers on which
-// sides of the point the segments cross its lines.
+// The hit test of a point against a path, as one streaming walk over the
+// path's records: nothing is allocated and nothing is kept between calls.
+// Segments are tested as the walk meets them; the order does not matter,
+// since a hit is an OR and the area test only asks whether each side
+// counter is nonzero. The area test therefore needs one pass: without a
+// hit, the outline test would find none either. A segment is skipped when
+// it can neither hit nor raise a counter that is still zero, and the area
+// walk stops once all four counters are nonzero.
 
 #include <vxutility/HitTest.h>
 
-#include "graphics/hittest/BuildPathSegments.h"
+#include "graphics/hittest/ArcToCubics.h"
 #include "graphics/hittest/CurveSegmentTest.h"
 #include "graphics/hittest/LineSegmentTest.h"
-#include "graphics/hittest/PointOnPath.h"
+#include "graphics/hittest/PathWalk.h"
+#include "graphics/hittest/SegmentReach.h"
 
 namespace vxhittest {
 namespace {
 
-bool TestSegment(CCA_GPoint point, float tolerance, const PathSegment& segment, SideCounts& counts) {
-  switch (segment.kind) {
-    case Line:
-      return segment.points.GetSize() == 2 && TestLineSegment(point.x, point.y, tolerance, segment, counts);
-    case Quadratic:
-    case Cubic:
-      return TestCurveSegment(point.x, point.y, tolerance, segment.kind, segment, counts);
-    default:
-      return false;
-  }
-}
+class PointQuery {
+ public:
+  PointQuery(const CCA_GPoint& point, float tolerance, bool area)
+      : m_point(MakeQueryPoint(point.x, point.y, tolerance)),
+        m_tolerance(tolerance),
+        m_counts(area ? &m_sides : nullptr),
+        m_wanted(area ? ReachAnything : ReachHit) {}
 
-bool AnySegmentHit(CCA_GPoint point, float tolerance, const PathSegmentList& segments, SideCounts& counts) {
-  const int count = segments.GetSize();
-  for (int i = 0; i < count; ++i) {
-    if (TestSegment(point, tolerance, segments[i], counts)) return true;
+  // Each returns true once the answer is known to be true.
+  bool Line(const CA_PathPoint& start, const CA_PathPoint& end) {
+    if ((LineReach(m_point, start, end) & m_wanted) == 0) return false;
+    return TestLineSegment(m_point.px, m_point.py, m_tolerance, start, end, m_counts) || AllSidesCounted();
   }
-  return false;
-}
+
+  bool Curve(int kind, const CA_PathPoint* points) {
+    if ((CurveReach(m_point, kind, points) & m_wanted) == 0) return false;
+    return TestCurveSegment(m_point.px, m_point.py, m_tolerance, kind, points, m_counts) || AllSidesCounted();
+  }
+
+  bool Arc(const CA_PathPoint& start, const CA_PathPoint* records) {
+    if ((ArcReach(m_point, start, records) & m_wanted) == 0) return false;
+    CA_PathPoint points[kMaxArcPoints];
+    const int pieces = ArcToCubicPoints(start, records, points);
+    for (int i = 0; i < pieces; ++i) {
+      if (Curve(Cubic, &points[3 * i])) return true;
+    }
+    return false;
+  }
+
+ private:
+  bool AllSidesCounted() {
+    if (m_counts == nullptr) return false;
+    m_wanted = ReachHit | ZeroCounters(m_sides);
+    return m_wanted == ReachHit;
+  }
+
+  const QueryPoint m_point;
+  const float m_tolerance;
+  SideCounts m_sides;
+  SideCounts* const m_counts;  // null in the outline test, which counts nothing
+  unsigned m_wanted;           // what a segment must be able to affect to be tested
+};
 
 }  // namespace
-
-bool TestPointOnStroke(CCA_GPoint point, float tolerance, const PathSegmentList& segments) {
-  SideCounts unused;
-  return AnySegmentHit(point, tolerance, segments, unused);
-}
-
-bool TestPointInFill(CCA_GPoint point, float tolerance, const PathSegmentList& segments) {
-  SideCounts counts;
-  if (AnySegmentHit(point, tolerance, segments, counts)) return true;
-  return counts.plusX >= 1 && counts.minusX >= 1 && counts.plusY >= 1 && counts.minusY >= 1;
-}
-
 }  // namespace vxhittest
 
 bool JudgePointOnPath(const CCA_GPoint& point, float tolerance, const CCA_Path& path, float, bool fillArea,
                       CA_FillMode) {
-  using namespace vxhittest;
-  // One allocation holds the usual list: a path of n records rarely makes
-  // more than n segments.
-  PathSegmentList segments(path.GetPointCount());
-  BuildPathSegments(path, segments);
-  if (fillArea && TestPointInFill(point, tolerance, segments)) return true;
-  return TestPointOnStroke(point, tolerance, segments);
+  const int count = path.GetPointCount();
+  if (count <= 0) return false;
+  // The records lie in one block, so the walk reads them in place.
+  vxhittest::PointQuery query(point, tolerance, fillArea);
+  return vxhittest::WalkPathSegments(&path.GetPoint(0), count, query);
 }

@@ -1,0 +1,32 @@
+#include "graphics/hittest/SegmentReach.h"
+
+namespace vxhittest {
+
+QueryPoint MakeQueryPoint(float px, float py, float tolerance) {
+  QueryPoint q;
+  q.px = px;
+  q.py = py;
+  q.reach = std::sqrt(2.0f) * tolerance;
+  q.magnitude = std::max(std::fabs(px), std::fabs(py));
+  q.bounded = NonFinite(px, py, tolerance, q.reach) == 0 && tolerance >= 0;
+  return q;
+}
+
+unsigned ArcReach(const QueryPoint& q, const CA_PathPoint& start, const CA_PathPoint* records) {
+  const CA_PathPoint& end = records[3];
+  const float rx = std::fabs(records[0].x), ry = std::fabs(records[0].y);
+  if (!q.bounded || NonFinite(start.x, start.y, end.x, end.y) != 0 || NonFinite(rx, ry, 0, 0) != 0) {
+    return ReachAnything;
+  }
+  const double rMin = std::min(rx, ry), rMax = std::max(rx, ry);
+  if (!(rMin > 0)) return ReachAnything;
+  const double halfChord = 0.5 * std::hypot(static_cast<double>(end.x) - start.x, static_cast<double>(end.y) - start.y);
+  const double radius = rMax * std::max(1.0, halfChord / rMin);
+  const double extent = 2.25 * radius;
+  if (!(extent < 1e38)) return ReachAnything;
+  const float e = static_cast<float>(extent);
+  return BoxReach(q, std::max(start.x, end.x) - e, std::max(start.y, end.y) - e, std::min(start.x, end.x) + e,
+                  std::min(start.y, end.y) + e);
+}
+
+}  // namespace vxhittest
