@@ -14,7 +14,7 @@
 namespace vxhittest {
 namespace {
 
-constexpr int kSampleSteps = 50;           // samples at t = 0, 1/50, ..., 1
+constexpr int kSampleSteps = kCurveSamples - 1;
 constexpr float kSearchHalfWidth = 0.02f;  // one sample step either side
 constexpr float kSearchStop = 0.000001f;   // narrowest parameter interval
 constexpr double kMinProgress = 0.0001;    // the search goes on while it gains this much
@@ -23,15 +23,6 @@ struct CurvePoint {
   double x;
   double y;
 };
-
-struct Curve {
-  int kind;
-  CA_PathPoint p0, p1, p2, p3;
-};
-
-Curve MakeCurve(int kind, const CA_PathPoint* points) {
-  return {kind, points[0], points[1], points[2], kind == Cubic ? points[3] : CA_PathPoint()};
-}
 
 // The Bernstein weights at t. The terms without a power function stay in
 // single precision, as the parameter is; the curve point sums in double.
@@ -57,11 +48,11 @@ CubicWeights CubicAt(float t) {
           3.0f * t * t * omt, std::pow(static_cast<double>(t), 3.0)};
 }
 
-CurvePoint Apply(const Curve& c, const QuadraticWeights& w) {
+CurvePoint Apply(const BezierCurve& c, const QuadraticWeights& w) {
   return {w.w0 * c.p0.x + w.w1 * c.p1.x + w.w2 * c.p2.x, w.w0 * c.p0.y + w.w1 * c.p1.y + w.w2 * c.p2.y};
 }
 
-CurvePoint Apply(const Curve& c, const CubicWeights& w) {
+CurvePoint Apply(const BezierCurve& c, const CubicWeights& w) {
   return {w.w0 * c.p0.x + w.w1 * c.p1.x + w.w2 * c.p2.x + w.w3 * c.p3.x,
           w.w0 * c.p0.y + w.w1 * c.p1.y + w.w2 * c.p2.y + w.w3 * c.p3.y};
 }
@@ -80,11 +71,11 @@ const Weights& SampleWeights(Weights (*at)(float), int i) {
   return table[i];
 }
 
-CurvePoint Evaluate(const Curve& c, float t) {
+CurvePoint Evaluate(const BezierCurve& c, float t) {
   return c.kind == Quadratic ? Apply(c, QuadraticAt(t)) : Apply(c, CubicAt(t));
 }
 
-CurvePoint EvaluateSample(const Curve& c, int i) {
+CurvePoint EvaluateSample(const BezierCurve& c, int i) {
   return c.kind == Quadratic ? Apply(c, SampleWeights(QuadraticAt, i)) : Apply(c, SampleWeights(CubicAt, i));
 }
 
@@ -94,13 +85,13 @@ double DistanceTo(float px, float py, const CurvePoint& b) {
   return std::sqrt(dy * dy + dx * dx);
 }
 
-double DistanceAt(const Curve& curve, float px, float py, float t) {
+double DistanceAt(const BezierCurve& curve, float px, float py, float t) {
   return DistanceTo(px, py, Evaluate(curve, t));
 }
 
 // Halves the interval from `t` toward `bound` while the curve keeps coming
 // closer; true as soon as a probe lies within the tolerance.
-bool SearchToward(const Curve& curve, float px, float py, float tolerance, float t, double previous,
+bool SearchToward(const BezierCurve& curve, float px, float py, float tolerance, float t, double previous,
                   float bound) {
   for (;;) {
     if (std::fabs(bound - t) < kSearchStop) return false;
@@ -114,52 +105,32 @@ bool SearchToward(const Curve& curve, float px, float py, float tolerance, float
 
 // Samples of one side of the point's line, in the order of increasing t.
 struct SampleList {
-  CCA_GPoint at[kSampleSteps + 1];
+  CCA_GPoint at[kCurveSamples];
   int count = 0;
 
   void Add(const CCA_GPoint& sample) { at[count++] = sample; }
 };
 
-// What the samples tell: the nearest one and, when crossings are counted,
-// the samples by side and the largest steps between them.
-struct SampleRun {
-  bool sorting = false;  // only the area test needs the sides and the steps
-  SampleList left;       // x <= px
-  SampleList right;      // x > px
-  SampleList up;         // y <= py
-  SampleList down;       // y > py
-  double maxDX = 0;
-  double maxDY = 0;
+struct Nearest {
   float minDist = 0;
   float tBest = 0;
 };
 
-void Sample(const Curve& curve, float px, float py, SampleRun& run) {
-  CurvePoint previous{0, 0};
-  for (int i = 0; i <= kSampleSteps; ++i) {
-    const float t = SampleParameter(i);
-    const CurvePoint b = EvaluateSample(curve, i);
-    if (run.sorting) {
-      const CCA_GPoint sample{static_cast<float>(b.x), static_cast<float>(b.y)};
-      (px < b.x ? run.right : run.left).Add(sample);
-      (py < b.y ? run.down : run.up).Add(sample);
-      if (i >= 1) {
-        run.maxDY = std::max(run.maxDY, std::fabs(b.y - previous.y));
-        run.maxDX = std::max(run.maxDX, std::fabs(b.x - previous.x));
-      }
-      previous = b;
-    }
+Nearest FindNearestSample(const CurveSamples& s, float px, float py) {
+  Nearest nearest;
+  for (int i = 0; i < kCurveSamples; ++i) {
     // The double distance against the single nearest one: a sample whose
     // distance rounds to the same float still replaces it when closer.
-    const double distance = DistanceTo(px, py, b);
-    if (i == 0 || distance < run.minDist) {
-      run.minDist = static_cast<float>(distance);
-      run.tBest = t;
+    const double distance = DistanceTo(px, py, {s.x[i], s.y[i]});
+    if (i == 0 || distance < nearest.minDist) {
+      nearest.minDist = static_cast<float>(distance);
+      nearest.tBest = SampleParameter(i);
     }
   }
+  return nearest;
 }
 
-bool Refine(const Curve& curve, float px, float py, float tolerance, const SampleRun& run) {
+bool Refine(const BezierCurve& curve, float px, float py, float tolerance, const Nearest& run) {
   if (run.minDist <= tolerance) return true;
   const float tLo = std::max(0.0f, run.tBest - kSearchHalfWidth);
   const float tHi = std::min(1.0f, run.tBest + kSearchHalfWidth);
@@ -169,6 +140,27 @@ bool Refine(const Curve& curve, float px, float py, float tolerance, const Sampl
   const double dB = DistanceAt(curve, px, py, tB);
   if (dA > dB) return run.minDist - dB > kMinProgress && SearchToward(curve, px, py, tolerance, tB, dB, tHi);
   return run.minDist - dA > kMinProgress && SearchToward(curve, px, py, tolerance, tA, dA, tLo);
+}
+
+void CountCurveCrossings(float px, float py, const CurveSamples& s, SideCounts& counts, unsigned wanted) {
+  const float maxDX = static_cast<float>(s.maxDX);
+  const float maxDY = static_cast<float>(s.maxDY);
+  if (wanted & (ReachMinusX | ReachPlusX)) {
+    SampleList left, right;  // x <= px, x > px
+    for (int i = 0; i < kCurveSamples; ++i) {
+      (px < s.x[i] ? right : left).Add({static_cast<float>(s.x[i]), static_cast<float>(s.y[i])});
+    }
+    CountSideCrossings(px, py, left.at, left.count, counts.minusX, maxDX, maxDY, SideLeft);
+    CountSideCrossings(px, py, right.at, right.count, counts.plusX, maxDX, maxDY, SideRight);
+  }
+  if (wanted & (ReachMinusY | ReachPlusY)) {
+    SampleList up, down;  // y <= py, y > py
+    for (int i = 0; i < kCurveSamples; ++i) {
+      (py < s.y[i] ? down : up).Add({static_cast<float>(s.x[i]), static_cast<float>(s.y[i])});
+    }
+    CountSideCrossings(px, py, up.at, up.count, counts.minusY, maxDX, maxDY, SideUp);
+    CountSideCrossings(px, py, down.at, down.count, counts.plusY, maxDX, maxDY, SideDown);
+  }
 }
 
 // The samples on one side of the point's line and the nearest of them
@@ -193,15 +185,27 @@ bool BeyondBothAxes(float px, float py, const ControlBox& box) {
 
 }  // namespace
 
-bool TestCurveSegment(float px, float py, float tolerance, int kind, const CA_PathPoint* points,
-                      SideCounts* counts) {
-  if (BeyondBothAxes(px, py, GetControlBox(points, kind == Cubic ? 4 : 3))) return false;
+BezierCurve MakeCurve(int kind, const CA_PathPoint* points) {
+  return {kind, points[0], points[1], points[2], kind == Cubic ? points[3] : CA_PathPoint()};
+}
 
-  const Curve curve = MakeCurve(kind, points);
-  SampleRun run;
-  run.sorting = counts != nullptr;
-  Sample(curve, px, py, run);
-  if (Refine(curve, px, py, tolerance, run)) {
+void SampleCurve(const BezierCurve& curve, CurveSamples& s) {
+  s.maxDX = 0;
+  s.maxDY = 0;
+  for (int i = 0; i < kCurveSamples; ++i) {
+    const CurvePoint b = EvaluateSample(curve, i);
+    s.x[i] = b.x;
+    s.y[i] = b.y;
+    if (i >= 1) {
+      s.maxDY = std::max(s.maxDY, std::fabs(b.y - s.y[i - 1]));
+      s.maxDX = std::max(s.maxDX, std::fabs(b.x - s.x[i - 1]));
+    }
+  }
+}
+
+bool TestSampledCurve(float px, float py, float tolerance, const BezierCurve& curve, const CurveSamples& samples,
+                      SideCounts* counts, unsigned wanted) {
+  if ((wanted & ReachHit) && Refine(curve, px, py, tolerance, FindNearestSample(samples, px, py))) {
     if (counts != nullptr) {
       Raise(counts->plusX);
       Raise(counts->minusX);
@@ -210,14 +214,17 @@ bool TestCurveSegment(float px, float py, float tolerance, int kind, const CA_Pa
     }
     return true;
   }
-  if (counts == nullptr) return false;
-  const float maxDX = static_cast<float>(run.maxDX);
-  const float maxDY = static_cast<float>(run.maxDY);
-  CountSideCrossings(px, py, run.left.at, run.left.count, counts->minusX, maxDX, maxDY, SideLeft);
-  CountSideCrossings(px, py, run.right.at, run.right.count, counts->plusX, maxDX, maxDY, SideRight);
-  CountSideCrossings(px, py, run.up.at, run.up.count, counts->minusY, maxDX, maxDY, SideUp);
-  CountSideCrossings(px, py, run.down.at, run.down.count, counts->plusY, maxDX, maxDY, SideDown);
+  if (counts != nullptr) CountCurveCrossings(px, py, samples, *counts, wanted);
   return false;
+}
+
+bool TestCurveSegment(float px, float py, float tolerance, int kind, const CA_PathPoint* points,
+                      SideCounts* counts) {
+  if (BeyondBothAxes(px, py, GetControlBox(points, kind == Cubic ? 4 : 3))) return false;
+  const BezierCurve curve = MakeCurve(kind, points);
+  CurveSamples samples;
+  SampleCurve(curve, samples);
+  return TestSampledCurve(px, py, tolerance, curve, samples, counts, ReachAnything);
 }
 
 void CountSideCrossings(float px, float py, const CCA_GPoint* samples, int count, std::int32_t& counter,

@@ -41,7 +41,24 @@ void CountLineCrossings(float px, float py, float xc, float yc, float axisTolera
   }
 }
 
+// Where the segment's line meets the point's horizontal line (x) and
+// vertical line (y); an axis-parallel segment gives an infinity or NaN.
+float CrossingX(float py, const CA_PathPoint& p0, const CA_PathPoint& p1) {
+  return ((py - p0.y) / (p1.y - p0.y)) * (p1.x - p0.x) + p0.x;
+}
+
+float CrossingY(float px, const CA_PathPoint& p0, const CA_PathPoint& p1) {
+  return ((px - p0.x) / (p1.x - p0.x)) * (p1.y - p0.y) + p0.y;
+}
+
 }  // namespace
+
+void CountLineSegmentCrossings(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1,
+                               SideCounts& counts) {
+  const CA_PathPoint ends[2] = {p0, p1};
+  CountLineCrossings(px, py, CrossingX(py, p0, p1), CrossingY(px, p0, p1), std::sqrt(2.0f) * tolerance,
+                     GetControlBox(ends, 2), counts);
+}
 
 bool TestLineSegment(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1,
                      SideCounts* counts) {
@@ -49,8 +66,8 @@ bool TestLineSegment(float px, float py, float tolerance, const CA_PathPoint& p0
   const ControlBox box = GetControlBox(ends, 2);
   const float axisTolerance = std::sqrt(2.0f) * tolerance;
 
-  const float xc = ((py - p0.y) / (p1.y - p0.y)) * (p1.x - p0.x) + p0.x;
-  const float yc = ((px - p0.x) / (p1.x - p0.x)) * (p1.y - p0.y) + p0.y;
+  const float xc = CrossingX(py, p0, p1);
+  const float yc = CrossingY(px, p0, p1);
   if (counts != nullptr) CountLineCrossings(px, py, xc, yc, axisTolerance, box, *counts);
 
   const bool beyondX = px < box.minX || px > box.maxX;

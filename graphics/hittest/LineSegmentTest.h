@@ -13,4 +13,9 @@ namespace vxhittest {
 bool TestLineSegment(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1,
                      SideCounts* counts);
 
+/// Only the counting part of TestLineSegment, for a point known to be out
+/// of the segment's reach.
+void CountLineSegmentCrossings(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1,
+                               SideCounts& counts);
+
 }  // namespace vxhittest

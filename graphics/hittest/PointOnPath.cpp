@@ -28,13 +28,28 @@ class PointQuery {
 
   // Each returns true once the answer is known to be true.
   bool Line(const CA_PathPoint& start, const CA_PathPoint& end) {
-    if ((LineReach(m_point, start, end) & m_wanted) == 0) return false;
-    return TestLineSegment(m_point.px, m_point.py, m_tolerance, start, end, m_counts) || AllSidesCounted();
+    const unsigned reach = LineReach(m_point, start, end) & m_wanted;
+    if (reach == 0) return false;
+    if (reach & ReachHit) {
+      return TestLineSegment(m_point.px, m_point.py, m_tolerance, start, end, m_counts) || AllSidesCounted();
+    }
+    CountLineSegmentCrossings(m_point.px, m_point.py, m_tolerance, start, end, m_sides);
+    return AllSidesCounted();
   }
 
   bool Curve(int kind, const CA_PathPoint* points) {
-    if ((CurveReach(m_point, kind, points) & m_wanted) == 0) return false;
-    return TestCurveSegment(m_point.px, m_point.py, m_tolerance, kind, points, m_counts) || AllSidesCounted();
+    const unsigned reach = CurveReach(m_point, kind, points) & m_wanted;
+    if (reach == 0) return false;
+    // Beyond the control box in both axes: nothing to hit or count.
+    const ControlBox box = GetControlBox(points, kind == Cubic ? 4 : 3);
+    if ((m_point.px < box.minX || m_point.px > box.maxX) && (m_point.py < box.minY || m_point.py > box.maxY)) {
+      return false;
+    }
+    const BezierCurve curve = MakeCurve(kind, points);
+    CurveSamples samples;
+    SampleCurve(curve, samples);
+    return TestSampledCurve(m_point.px, m_point.py, m_tolerance, curve, samples, m_counts, reach) ||
+           AllSidesCounted();
   }
 
   bool Arc(const CA_PathPoint& start, const CA_PathPoint* records) {

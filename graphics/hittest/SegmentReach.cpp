@@ -20,7 +20,8 @@ unsigned ArcReach(const QueryPoint& q, const CA_PathPoint& start, const CA_PathP
   }
   const double rMin = std::min(rx, ry), rMax = std::max(rx, ry);
   if (!(rMin > 0)) return ReachAnything;
-  const double halfChord = 0.5 * std::hypot(static_cast<double>(end.x) - start.x, static_cast<double>(end.y) - start.y);
+  const double dx = static_cast<double>(end.x) - start.x, dy = static_cast<double>(end.y) - start.y;
+  const double halfChord = 0.5 * std::sqrt(dx * dx + dy * dy);
   const double radius = rMax * std::max(1.0, halfChord / rMin);
   const double extent = 2.25 * radius;
   if (!(extent < 1e38)) return ReachAnything;

@@ -12,15 +12,6 @@
 
 namespace vxhittest {
 
-enum Reach : unsigned {
-  ReachPlusX = 1,
-  ReachMinusX = 2,
-  ReachPlusY = 4,
-  ReachMinusY = 8,
-  ReachHit = 16,
-  ReachAnything = 31,
-};
-
 /// The counters still at zero, as Reach bits.
 inline unsigned ZeroCounters(const SideCounts& counts) {
   return (counts.plusX == 0 ? ReachPlusX : 0u) | (counts.minusX == 0 ? ReachMinusX : 0u) |

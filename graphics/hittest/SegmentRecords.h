@@ -33,6 +33,16 @@ inline void Raise(std::int32_t& counter) {
   if (counter != INT32_MAX) ++counter;
 }
 
+/// What a segment can affect in a query: a hit, and each side counter.
+enum Reach : unsigned {
+  ReachPlusX = 1,
+  ReachMinusX = 2,
+  ReachPlusY = 4,
+  ReachMinusY = 8,
+  ReachHit = 16,
+  ReachAnything = 31,
+};
+
 struct ControlBox {
   float minX = 0;
   float minY = 0;
