@@ -191,6 +191,22 @@ void BM_VxutilityFill(benchmark::State& state) {
   });
 }
 
+// The extension that prepares the path once, as cairo holds its path.
+const VXHitTestPath& ThePreparedPath() {
+  static const VXHitTestPath prepared(ThePath());
+  return prepared;
+}
+
+void BM_PreparedStroke(benchmark::State& state) {
+  ThePreparedPath();
+  RunQueries(state, [](const CCA_GPoint& p) { return ThePreparedPath().JudgePoint(p, kTolerance, false); });
+}
+
+void BM_PreparedFill(benchmark::State& state) {
+  ThePreparedPath();
+  RunQueries(state, [](const CCA_GPoint& p) { return ThePreparedPath().JudgePoint(p, kTolerance, true); });
+}
+
 struct CairoPath {
   cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 1200, 900);
   cairo_t* cr = cairo_create(surface);
@@ -219,6 +235,10 @@ BENCHMARK(BM_VxutilityStroke)->Name("outline/ours");
 BENCHMARK(BM_CairoInStroke)->Name("outline/cairo");
 BENCHMARK(BM_VxutilityFill)->Name("area/ours");
 BENCHMARK(BM_CairoInFill)->Name("area/cairo");
+BENCHMARK(BM_PreparedStroke)->Name("outline, prepared/ours");
+BENCHMARK(BM_CairoInStroke)->Name("outline, prepared/cairo");
+BENCHMARK(BM_PreparedFill)->Name("area, prepared/ours");
+BENCHMARK(BM_CairoInFill)->Name("area, prepared/cairo");
 
 }  // namespace
 

@@ -26,8 +26,9 @@ unsigned ArcReach(const QueryPoint& q, const CA_PathPoint& start, const CA_PathP
   const double extent = 2.25 * radius;
   if (!(extent < 1e38)) return ReachAnything;
   const float e = static_cast<float>(extent);
-  return BoxReach(q, std::max(start.x, end.x) - e, std::max(start.y, end.y) - e, std::min(start.x, end.x) + e,
-                  std::min(start.y, end.y) + e);
+  const float minX = std::max(start.x, end.x) - e, minY = std::max(start.y, end.y) - e;
+  const float maxX = std::min(start.x, end.x) + e, maxY = std::min(start.y, end.y) + e;
+  return BoxReach(q, minX, minY, maxX, maxY, Magnitude(minX, minY, maxX, maxY));
 }
 
 }  // namespace vxhittest

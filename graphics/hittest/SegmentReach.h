@@ -45,8 +45,8 @@ inline float Magnitude(float minX, float minY, float maxX, float maxY) {
 /// A shape that lies within the box: a point farther than the reach beyond
 /// it cannot hit, and sees the shape on one side only (or, beyond two
 /// sides, on none that counts).
-inline unsigned BoxReach(const QueryPoint& q, float minX, float minY, float maxX, float maxY) {
-  const float m = q.reach + Slack(q, Magnitude(minX, minY, maxX, maxY));
+inline unsigned BoxReach(const QueryPoint& q, float minX, float minY, float maxX, float maxY, float magnitude) {
+  const float m = q.reach + Slack(q, magnitude);
   unsigned reach = ReachAnything;
   if (q.py < minY - m) reach &= ReachPlusY;
   if (q.py > maxY + m) reach &= ReachMinusY;
@@ -55,21 +55,25 @@ inline unsigned BoxReach(const QueryPoint& q, float minX, float minY, float maxX
   return reach;
 }
 
-/// A straight segment counts on a side only where its line meets the
-/// point's lines within its box on that side, and hits only near its box,
-/// or anywhere on the box's own lines (axis-parallel segments hit along
-/// their whole line there).
-inline unsigned LineReach(const QueryPoint& q, const CA_PathPoint& p0, const CA_PathPoint& p1) {
-  if (!q.bounded || NonFinite(p0.x, p0.y, p1.x, p1.y) != 0) return ReachAnything;
-  const float minX = std::min(p0.x, p1.x), maxX = std::max(p0.x, p1.x);
-  const float minY = std::min(p0.y, p1.y), maxY = std::max(p0.y, p1.y);
+/// A straight segment with finite ends counts on a side only where its line
+/// meets the point's lines within its box on that side, and hits only near
+/// its box, or anywhere on the box's own lines (axis-parallel segments hit
+/// along their whole line there).
+inline unsigned LineBoxReach(const QueryPoint& q, float minX, float minY, float maxX, float maxY, float magnitude) {
   if (q.px == minX || q.px == maxX || q.py == minY || q.py == maxY) return ReachAnything;
-  unsigned reach = BoxReach(q, minX, minY, maxX, maxY) & ReachHit;
+  unsigned reach = BoxReach(q, minX, minY, maxX, maxY, magnitude) & ReachHit;
   if (q.py > minY) reach |= ReachMinusY;
   if (q.py < maxY) reach |= ReachPlusY;
   if (q.px > minX) reach |= ReachMinusX;
   if (q.px < maxX) reach |= ReachPlusX;
   return reach;
+}
+
+inline unsigned LineReach(const QueryPoint& q, const CA_PathPoint& p0, const CA_PathPoint& p1) {
+  if (!q.bounded || NonFinite(p0.x, p0.y, p1.x, p1.y) != 0) return ReachAnything;
+  const float minX = std::min(p0.x, p1.x), maxX = std::max(p0.x, p1.x);
+  const float minY = std::min(p0.y, p1.y), maxY = std::max(p0.y, p1.y);
+  return LineBoxReach(q, minX, minY, maxX, maxY, Magnitude(minX, minY, maxX, maxY));
 }
 
 /// A curve lies within the box of its three or four points.
@@ -84,7 +88,7 @@ inline unsigned CurveReach(const QueryPoint& q, int kind, const CA_PathPoint* p)
     nonFinite += NonFinite(p[3].x, p[3].y, 0, 0);
   }
   if (nonFinite != 0) return ReachAnything;
-  return BoxReach(q, minX, minY, maxX, maxY);
+  return BoxReach(q, minX, minY, maxX, maxY, Magnitude(minX, minY, maxX, maxY));
 }
 
 /// An arc from `start` along its four records, bounded without converting

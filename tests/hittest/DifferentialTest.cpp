@@ -171,15 +171,19 @@ TEST(JudgePointOnPath, AnswersAsThePlainWayOnRandomPaths) {
   int failures = 0;
   for (long done = 0; done < queries && failures < 10; done += kQueriesPerPath) {
     const CCA_Path path = random.NextPath();
+    const VXHitTestPath prepared(path);
     for (int q = 0; q < kQueriesPerPath; ++q) {
       const CCA_GPoint point = random.NextPoint();
       const float tolerance = random.NextTolerance();
       for (bool fill : {false, true}) {
         const bool expected = hittest_oracle::JudgePointOnPath(point, tolerance, path, fill);
         hits[fill] += expected ? 1 : 0;
-        if (JudgePointOnPath(point, tolerance, path, 0, fill, CA_FillMode_Winding) == expected) continue;
+        const bool streamed = JudgePointOnPath(point, tolerance, path, 0, fill, CA_FillMode_Winding);
+        const bool fromPrepared = prepared.JudgePoint(point, tolerance, fill);
+        if (streamed == expected && fromPrepared == expected) continue;
         ++failures;
-        ADD_FAILURE() << std::setprecision(9) << "query " << done + q << (fill ? " (area)" : " (outline)") << ": point (" << point.x << ", "
+        ADD_FAILURE() << std::setprecision(9) << "query " << done + q << (fill ? " (area)" : " (outline)")
+                      << (streamed == expected ? " prepared" : " streamed") << ": point (" << point.x << ", "
                       << point.y << "), tolerance " << tolerance << ", expected " << expected << "; path " << Describe(path);
       }
     }
