@@ -103,14 +103,6 @@ bool SearchToward(const BezierCurve& curve, float px, float py, float tolerance,
   }
 }
 
-// Samples of one side of the point's line, in the order of increasing t.
-struct SampleList {
-  CCA_GPoint at[kCurveSamples];
-  int count = 0;
-
-  void Add(const CCA_GPoint& sample) { at[count++] = sample; }
-};
-
 struct Nearest {
   float minDist = 0;
   float tBest = 0;
@@ -142,27 +134,6 @@ bool Refine(const BezierCurve& curve, float px, float py, float tolerance, const
   return run.minDist - dA > kMinProgress && SearchToward(curve, px, py, tolerance, tA, dA, tLo);
 }
 
-void CountCurveCrossings(float px, float py, const CurveSamples& s, SideCounts& counts, unsigned wanted) {
-  const float maxDX = static_cast<float>(s.maxDX);
-  const float maxDY = static_cast<float>(s.maxDY);
-  if (wanted & (ReachMinusX | ReachPlusX)) {
-    SampleList left, right;  // x <= px, x > px
-    for (int i = 0; i < kCurveSamples; ++i) {
-      (px < s.x[i] ? right : left).Add({static_cast<float>(s.x[i]), static_cast<float>(s.y[i])});
-    }
-    CountSideCrossings(px, py, left.at, left.count, counts.minusX, maxDX, maxDY, SideLeft);
-    CountSideCrossings(px, py, right.at, right.count, counts.plusX, maxDX, maxDY, SideRight);
-  }
-  if (wanted & (ReachMinusY | ReachPlusY)) {
-    SampleList up, down;  // y <= py, y > py
-    for (int i = 0; i < kCurveSamples; ++i) {
-      (py < s.y[i] ? down : up).Add({static_cast<float>(s.x[i]), static_cast<float>(s.y[i])});
-    }
-    CountSideCrossings(px, py, up.at, up.count, counts.minusY, maxDX, maxDY, SideUp);
-    CountSideCrossings(px, py, down.at, down.count, counts.plusY, maxDX, maxDY, SideDown);
-  }
-}
-
 // The samples on one side of the point's line and the nearest of them
 // (samples 1000 or more away never become the nearest).
 struct SideTally {
@@ -178,6 +149,32 @@ struct SideTally {
     }
   }
 };
+
+// The samples of one side list, read in place: the list's members are
+// those on `side` of the point's line, each compared along the other axis.
+void CountSampledSide(float px, float py, const CurveSamples& s, std::int32_t& counter, int side) {
+  const bool alongY = side == SideLeft || side == SideRight;
+  const float p = alongY ? py : px;
+  const float threshold = static_cast<float>(alongY ? s.maxDY : s.maxDX);
+  SideTally above;
+  SideTally below;
+  for (int i = 0; i < kCurveSamples; ++i) {
+    const bool member = side == SideLeft ? !(px < s.x[i]) : side == SideRight ? px < s.x[i]
+                      : side == SideUp   ? !(py < s.y[i]) : py < s.y[i];
+    if (!member) continue;
+    const float c = static_cast<float>(alongY ? s.y[i] : s.x[i]);
+    if (c > p) above.Add(c, p);
+    if (c < p) below.Add(c, p);
+    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) Raise(counter);
+  }
+}
+
+void CountCurveCrossings(float px, float py, const CurveSamples& s, SideCounts& counts, unsigned wanted) {
+  if (wanted & ReachMinusX) CountSampledSide(px, py, s, counts.minusX, SideLeft);
+  if (wanted & ReachPlusX) CountSampledSide(px, py, s, counts.plusX, SideRight);
+  if (wanted & ReachMinusY) CountSampledSide(px, py, s, counts.minusY, SideUp);
+  if (wanted & ReachPlusY) CountSampledSide(px, py, s, counts.plusY, SideDown);
+}
 
 bool BeyondBothAxes(float px, float py, const ControlBox& box) {
   return (px < box.minX || px > box.maxX) && (py < box.minY || py > box.maxY);

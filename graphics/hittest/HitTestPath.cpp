@@ -16,46 +16,75 @@
 namespace vxhittest {
 namespace {
 
-// What the scan reads for every segment.
-struct SegmentEntry {
-  float minX, minY, maxX, maxY;
+// What a query reads of every straight segment.
+struct LineEntry {
+  ControlBox box;
   float magnitude;
-  int kind;
-  int index;    // into the lines or the curves
-  bool finite;  // every coordinate is finite
+  LineFuzz fuzz;
+  bool finite;  // both ends are finite
+  CA_PathPoint start, end;
+};
+
+// What a query reads of every curve before testing it.
+struct CurveEntry {
+  ControlBox box;  // exact for finite points, unused otherwise
+  float magnitude;
+  bool finite;
+  int index;  // into the prepared curves
 };
 
 struct PreparedCurve {
   BezierCurve curve;
-  ControlBox box;
+  ControlBox box;  // by the tests' own rule, also for points that are not finite
   CurveSamples samples;
 };
 
-struct PreparedLine {
-  CA_PathPoint start, end;
-};
+ControlBox BoxOf(const CA_PathPoint* points, int count, bool& finite) {
+  ControlBox box{points[0].x, points[0].y, points[0].x, points[0].y};
+  float nonFinite = 0;
+  for (int i = 0; i < count; ++i) {
+    box.minX = std::min(box.minX, points[i].x);
+    box.maxX = std::max(box.maxX, points[i].x);
+    box.minY = std::min(box.minY, points[i].y);
+    box.maxY = std::max(box.maxY, points[i].y);
+    nonFinite += NonFinite(points[i].x, points[i].y, 0, 0);
+  }
+  finite = nonFinite == 0;
+  return box;
+}
+
+float MagnitudeOf(const ControlBox& b) { return Magnitude(b.minX, b.minY, b.maxX, b.maxY); }
 
 }  // namespace
 }  // namespace vxhittest
 
 struct VXHitTestPath::Data {
-  std::vector<vxhittest::SegmentEntry> segments;
-  std::vector<vxhittest::PreparedLine> lines;
+  std::vector<vxhittest::LineEntry> lines;
+  std::vector<vxhittest::CurveEntry> curveEntries;
   std::vector<vxhittest::PreparedCurve> curves;
 
   // The walk's visitor: collects every segment, never stops.
   bool Line(const CA_PathPoint& start, const CA_PathPoint& end) {
     using namespace vxhittest;
     const CA_PathPoint ends[2] = {start, end};
-    Add(vxhittest::Line, ends, 2, static_cast<int>(lines.size()));
-    lines.push_back({start, end});
+    LineEntry entry;
+    entry.box = BoxOf(ends, 2, entry.finite);
+    entry.magnitude = MagnitudeOf(entry.box);
+    entry.fuzz = MakeLineFuzz(start, end);
+    entry.start = start;
+    entry.end = end;
+    lines.push_back(entry);
     return false;
   }
 
   bool Curve(int kind, const CA_PathPoint* points) {
     using namespace vxhittest;
     const int count = kind == Cubic ? 4 : 3;
-    Add(kind, points, count, static_cast<int>(curves.size()));
+    CurveEntry entry;
+    entry.box = BoxOf(points, count, entry.finite);
+    entry.magnitude = MagnitudeOf(entry.box);
+    entry.index = static_cast<int>(curves.size());
+    curveEntries.push_back(entry);
     curves.emplace_back();
     PreparedCurve& prepared = curves.back();
     prepared.curve = MakeCurve(kind, points);
@@ -70,22 +99,6 @@ struct VXHitTestPath::Data {
     for (int i = 0; i < pieces; ++i) Curve(vxhittest::Cubic, &points[3 * i]);
     return false;
   }
-
-  void Add(int kind, const CA_PathPoint* points, int count, int index) {
-    using namespace vxhittest;
-    SegmentEntry entry{points[0].x, points[0].y, points[0].x, points[0].y, 0, kind, index, true};
-    float nonFinite = 0;
-    for (int i = 0; i < count; ++i) {
-      entry.minX = std::min(entry.minX, points[i].x);
-      entry.maxX = std::max(entry.maxX, points[i].x);
-      entry.minY = std::min(entry.minY, points[i].y);
-      entry.maxY = std::max(entry.maxY, points[i].y);
-      nonFinite += NonFinite(points[i].x, points[i].y, 0, 0);
-    }
-    entry.finite = nonFinite == 0;
-    entry.magnitude = Magnitude(entry.minX, entry.minY, entry.maxX, entry.maxY);
-    segments.push_back(entry);
-  }
 };
 
 VXHitTestPath::VXHitTestPath(const CCA_Path& path) : m_pData(new Data) {
@@ -95,24 +108,23 @@ VXHitTestPath::VXHitTestPath(const CCA_Path& path) : m_pData(new Data) {
 
 VXHitTestPath::~VXHitTestPath() { delete m_pData; }
 
+// Lines first: they are cheap, and the counters they raise let more curves
+// be skipped.
 bool VXHitTestPath::JudgePoint(const CCA_GPoint& point, float tolerance, bool fillArea) const {
   using namespace vxhittest;
   PointQuery query(point, tolerance, fillArea);
   const QueryPoint& q = query.Point();
-  for (const SegmentEntry& s : m_pData->segments) {
-    const bool bounded = q.bounded && s.finite;
-    if (s.kind == Line) {
-      const unsigned reach =
-          bounded ? LineBoxReach(q, s.minX, s.minY, s.maxX, s.maxY, s.magnitude) : ReachAnything;
-      if ((reach & query.Wanted()) == 0) continue;
-      const PreparedLine& line = m_pData->lines[s.index];
-      if (query.ReachedLine(reach, line.start, line.end)) return true;
-    } else {
-      const unsigned reach = bounded ? BoxReach(q, s.minX, s.minY, s.maxX, s.maxY, s.magnitude) : ReachAnything;
-      if ((reach & query.Wanted()) == 0) continue;
-      const PreparedCurve& c = m_pData->curves[s.index];
-      if (query.SampledCurve(reach, c.box, c.curve, c.samples)) return true;
-    }
+  for (const LineEntry& l : m_pData->lines) {
+    const unsigned reach = q.bounded && l.finite ? LineBoxReach(q, l.box, l.magnitude, l.fuzz) : ReachAnything;
+    if ((reach & query.Wanted()) != 0 && query.ReachedLine(reach, l.start, l.end, l.box)) return true;
+  }
+  for (const CurveEntry& c : m_pData->curveEntries) {
+    const ControlBox& b = c.box;
+    const unsigned reach =
+        q.bounded && c.finite ? BoxReach(q, b.minX, b.minY, b.maxX, b.maxY, c.magnitude) : ReachAnything;
+    if ((reach & query.Wanted()) == 0) continue;
+    const PreparedCurve& prepared = m_pData->curves[c.index];
+    if (query.SampledCurve(reach, prepared.box, prepared.curve, prepared.samples)) return true;
   }
   return false;
 }

@@ -53,11 +53,9 @@ float CrossingY(float px, const CA_PathPoint& p0, const CA_PathPoint& p1) {
 
 }  // namespace
 
-void CountLineSegmentCrossings(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1,
-                               SideCounts& counts) {
-  const CA_PathPoint ends[2] = {p0, p1};
-  CountLineCrossings(px, py, CrossingX(py, p0, p1), CrossingY(px, p0, p1), std::sqrt(2.0f) * tolerance,
-                     GetControlBox(ends, 2), counts);
+void CountLineSegmentCrossings(float px, float py, float axisTolerance, const CA_PathPoint& p0,
+                               const CA_PathPoint& p1, const ControlBox& box, SideCounts& counts) {
+  CountLineCrossings(px, py, CrossingX(py, p0, p1), CrossingY(px, p0, p1), axisTolerance, box, counts);
 }
 
 bool TestLineSegment(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1,

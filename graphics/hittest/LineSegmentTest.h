@@ -14,8 +14,9 @@ bool TestLineSegment(float px, float py, float tolerance, const CA_PathPoint& p0
                      SideCounts* counts);
 
 /// Only the counting part of TestLineSegment, for a point known to be out
-/// of the segment's reach.
-void CountLineSegmentCrossings(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1,
-                               SideCounts& counts);
+/// of the segment's reach, given the segment's box and the axis tolerance
+/// (tolerance * sqrt 2, the square root taken in single precision).
+void CountLineSegmentCrossings(float px, float py, float axisTolerance, const CA_PathPoint& p0,
+                               const CA_PathPoint& p1, const ControlBox& box, SideCounts& counts);
 
 }  // namespace vxhittest

@@ -12,16 +12,21 @@ PointQuery::PointQuery(const CCA_GPoint& point, float tolerance, bool area)
       m_wanted(area ? ReachAnything : ReachHit) {}
 
 bool PointQuery::Line(const CA_PathPoint& start, const CA_PathPoint& end) {
-  return ReachedLine(LineReach(m_point, start, end), start, end);
+  const ControlBox box{std::min(start.x, end.x), std::min(start.y, end.y), std::max(start.x, end.x),
+                       std::max(start.y, end.y)};
+  return ReachedLine(LineReach(m_point, start, end), start, end, box);
 }
 
-bool PointQuery::ReachedLine(unsigned reach, const CA_PathPoint& start, const CA_PathPoint& end) {
+bool PointQuery::ReachedLine(unsigned reach, const CA_PathPoint& start, const CA_PathPoint& end,
+                             const ControlBox& box) {
   reach &= m_wanted;
   if (reach == 0) return false;
+  // A segment that can hit is tested in full; only a finite one can be out
+  // of reach, and that one only counts.
   if (reach & ReachHit) {
     return TestLineSegment(m_point.px, m_point.py, m_tolerance, start, end, m_counts) || AllSidesCounted();
   }
-  CountLineSegmentCrossings(m_point.px, m_point.py, m_tolerance, start, end, m_sides);
+  CountLineSegmentCrossings(m_point.px, m_point.py, m_point.reach, start, end, box, m_sides);
   return AllSidesCounted();
 }
 

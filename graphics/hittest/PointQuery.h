@@ -23,8 +23,9 @@ class PointQuery {
   // Each test returns true once the answer is known to be true: a hit, or,
   // in the area test, crossings on all four sides.
   bool Line(const CA_PathPoint& start, const CA_PathPoint& end);
-  /// A straight segment whose reach from this point is known.
-  bool ReachedLine(unsigned reach, const CA_PathPoint& start, const CA_PathPoint& end);
+  /// A straight segment whose reach from this point is known; `box` holds
+  /// its ends (it is read only when the ends are finite).
+  bool ReachedLine(unsigned reach, const CA_PathPoint& start, const CA_PathPoint& end, const ControlBox& box);
   bool Curve(int kind, const CA_PathPoint* points);
   bool Arc(const CA_PathPoint& start, const CA_PathPoint* records);
   /// A curve sampled beforehand, with its control box and what it can

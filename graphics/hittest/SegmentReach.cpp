@@ -12,6 +12,25 @@ QueryPoint MakeQueryPoint(float px, float py, float tolerance) {
   return q;
 }
 
+namespace {
+
+// The crossing y = ((px - x0) / dx) * dy + y0 takes about six roundings,
+// each relative to |px - x0| (dy / dx) or to |y0|; beyond the box by more
+// than 1e-5 (|px| + |x0| + |x1| + |y| |dx| / |dy|) it stays outside. A tiny
+// dy, where products fall below the normal range, counts as parallel.
+float Fuzz(double a0, double a1, double b0, double b1) {
+  const double da = std::fabs(a1 - a0), db = std::fabs(b1 - b0);
+  if (!(db >= 1e-30)) return kUnlimited;
+  const double fuzz = 1e-5 * (std::fabs(a0) + std::fabs(a1) + std::max(std::fabs(b0), std::fabs(b1)) * da / db);
+  return fuzz < 1e37 ? static_cast<float>(fuzz) : kUnlimited;
+}
+
+}  // namespace
+
+LineFuzz MakeLineFuzz(const CA_PathPoint& p0, const CA_PathPoint& p1) {
+  return {Fuzz(p0.x, p1.x, p0.y, p1.y), Fuzz(p0.y, p1.y, p0.x, p1.x)};
+}
+
 unsigned ArcReach(const QueryPoint& q, const CA_PathPoint& start, const CA_PathPoint* records) {
   const CA_PathPoint& end = records[3];
   const float rx = std::fabs(records[0].x), ry = std::fabs(records[0].y);

@@ -55,25 +55,44 @@ inline unsigned BoxReach(const QueryPoint& q, float minX, float minY, float maxX
   return reach;
 }
 
-/// A straight segment with finite ends counts on a side only where its line
-/// meets the point's lines within its box on that side, and hits only near
-/// its box, or anywhere on the box's own lines (axis-parallel segments hit
-/// along their whole line there).
-inline unsigned LineBoxReach(const QueryPoint& q, float minX, float minY, float maxX, float maxY, float magnitude) {
-  if (q.px == minX || q.px == maxX || q.py == minY || q.py == maxY) return ReachAnything;
-  unsigned reach = BoxReach(q, minX, minY, maxX, maxY, magnitude) & ReachHit;
-  if (q.py > minY) reach |= ReachMinusY;
-  if (q.py < maxY) reach |= ReachPlusY;
-  if (q.px > minX) reach |= ReachMinusX;
-  if (q.px < maxX) reach |= ReachPlusX;
+/// How far beyond a straight segment's box, along x (along y), rounding can
+/// still bring the point where its line meets the point's vertical
+/// (horizontal) line back into the box, so that it counts on the y (x)
+/// sides: without limit for a segment (nearly) parallel to that axis.
+struct LineFuzz {
+  float x;
+  float y;
+};
+
+constexpr float kUnlimited = HUGE_VALF;
+
+LineFuzz MakeLineFuzz(const CA_PathPoint& p0, const CA_PathPoint& p1);
+
+/// A straight segment with finite ends counts on the y sides only where the
+/// point lies over its box along x (widened by `fuzz`), and on the x sides
+/// only beside it along y; on each axis only toward the side where the box
+/// lies. It hits only near its box, or anywhere on the box's own lines
+/// (axis-parallel segments hit along their whole line there).
+inline unsigned LineBoxReach(const QueryPoint& q, const ControlBox& b, float magnitude, LineFuzz fuzz) {
+  if (q.px == b.minX || q.px == b.maxX || q.py == b.minY || q.py == b.maxY) return ReachAnything;
+  unsigned reach = BoxReach(q, b.minX, b.minY, b.maxX, b.maxY, magnitude) & ReachHit;
+  const float slack = Slack(q, magnitude);
+  if (q.px >= b.minX - (fuzz.x + slack) && q.px <= b.maxX + (fuzz.x + slack)) {
+    if (q.py > b.minY) reach |= ReachMinusY;
+    if (q.py < b.maxY) reach |= ReachPlusY;
+  }
+  if (q.py >= b.minY - (fuzz.y + slack) && q.py <= b.maxY + (fuzz.y + slack)) {
+    if (q.px > b.minX) reach |= ReachMinusX;
+    if (q.px < b.maxX) reach |= ReachPlusX;
+  }
   return reach;
 }
 
+/// Without the fuzz, which costs divisions, for segments seen once.
 inline unsigned LineReach(const QueryPoint& q, const CA_PathPoint& p0, const CA_PathPoint& p1) {
   if (!q.bounded || NonFinite(p0.x, p0.y, p1.x, p1.y) != 0) return ReachAnything;
-  const float minX = std::min(p0.x, p1.x), maxX = std::max(p0.x, p1.x);
-  const float minY = std::min(p0.y, p1.y), maxY = std::max(p0.y, p1.y);
-  return LineBoxReach(q, minX, minY, maxX, maxY, Magnitude(minX, minY, maxX, maxY));
+  const ControlBox box{std::min(p0.x, p1.x), std::min(p0.y, p1.y), std::max(p0.x, p1.x), std::max(p0.y, p1.y)};
+  return LineBoxReach(q, box, Magnitude(box.minX, box.minY, box.maxX, box.maxY), {kUnlimited, kUnlimited});
 }
 
 /// A curve lies within the box of its three or four points.

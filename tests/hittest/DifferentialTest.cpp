@@ -118,10 +118,24 @@ class RandomPaths {
       case 5:
         path.ArcTo(Radius(), Radius(), Rotation(), Flag(), Flag(), Coordinate(), Coordinate());
         break;
-      case 6:  // a piece that repeats where the path stands
+      case 6:  // from where the path stands: nowhere, or almost along an axis
         if (path.GetPointCount() > 0) {
           const CA_PathPoint last = path.GetPoint(path.GetPointCount() - 1);
-          Chance(0.5) ? path.LineTo(last.x, last.y) : path.ArcTo(Radius(), Radius(), 0, Flag(), Flag(), last.x, last.y);
+          const float step = Coordinate() - last.x, nudge = Chance(0.5) ? Offset() * 1e-3f : 1e-44f;
+          switch (Int(0, 3)) {
+            case 0:
+              path.LineTo(last.x, last.y);
+              break;
+            case 1:
+              path.ArcTo(Radius(), Radius(), 0, Flag(), Flag(), last.x, last.y);
+              break;
+            case 2:
+              path.LineTo(last.x + step, last.y + nudge);
+              break;
+            default:
+              path.LineTo(last.x + nudge, last.y + step);
+              break;
+          }
         }
         break;
       case 7:
