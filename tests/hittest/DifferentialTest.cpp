@@ -208,4 +208,19 @@ TEST(JudgePointOnPath, AnswersAsThePlainWayOnRandomPaths) {
   EXPECT_LT(hits[1], queries - queries / 20);
 }
 
+// The plain way keeps the library's rules where they were settled: a closer
+// sample replaces the nearest even when both distances round to one float.
+TEST(HitTestOracle, FollowsTheSettledRules) {
+  CCA_Path nearTie;
+  nearTie.MoveTo(17, 6);
+  nearTie.QuadTo(2, 8, 17, 2);
+  EXPECT_TRUE(hittest_oracle::JudgePointOnPath({13.8304892f, 8.9333849f}, 2.56087971f, nearTie, false));
+  CCA_Path lShape;
+  lShape.MoveTo(0, 0);
+  for (const CCA_GPoint& p : {CCA_GPoint{10, 0}, {10, 5}, {5, 5}, {5, 10}, {0, 10}}) lShape.LineTo(p.x, p.y);
+  lShape.Close();
+  EXPECT_TRUE(hittest_oracle::JudgePointOnPath({7, 7}, 1, lShape, true));
+  EXPECT_FALSE(hittest_oracle::JudgePointOnPath({7, 7}, 1, lShape, false));
+}
+
 }  // namespace
