@@ -26,7 +26,7 @@
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr long kDefaultQueries = 40000;
+constexpr long kDefaultQueries = 25000;
 #else
 constexpr long kDefaultQueries = 400000;
 #endif
