@@ -150,23 +150,18 @@ struct SideTally {
   }
 };
 
-// The samples of one side list, read in place: the list's members are
-// those on `side` of the point's line, each compared along the other axis.
+// One side's list: the samples on `side` of the point's line, in the order
+// of increasing t, rounded to single precision.
 void CountSampledSide(float px, float py, const CurveSamples& s, std::int32_t& counter, int side) {
-  const bool alongY = side == SideLeft || side == SideRight;
-  const float p = alongY ? py : px;
-  const float threshold = static_cast<float>(alongY ? s.maxDY : s.maxDX);
-  SideTally above;
-  SideTally below;
+  CCA_GPoint members[kCurveSamples];
+  int count = 0;
   for (int i = 0; i < kCurveSamples; ++i) {
-    const bool member = side == SideLeft ? !(px < s.x[i]) : side == SideRight ? px < s.x[i]
-                      : side == SideUp   ? !(py < s.y[i]) : py < s.y[i];
-    if (!member) continue;
-    const float c = static_cast<float>(alongY ? s.y[i] : s.x[i]);
-    if (c > p) above.Add(c, p);
-    if (c < p) below.Add(c, p);
-    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) Raise(counter);
+    const bool right = px < s.x[i], down = py < s.y[i];
+    const bool member = side == SideLeft ? !right : side == SideRight ? right : side == SideUp ? !down : down;
+    if (member) members[count++] = {static_cast<float>(s.x[i]), static_cast<float>(s.y[i])};
   }
+  CountSideCrossings(px, py, members, count, counter, static_cast<float>(s.maxDX), static_cast<float>(s.maxDY),
+                     side);
 }
 
 void CountCurveCrossings(float px, float py, const CurveSamples& s, SideCounts& counts, unsigned wanted) {
