@@ -150,18 +150,31 @@ struct SideTally {
   }
 };
 
-// One side's list: the samples on `side` of the point's line, in the order
-// of increasing t, rounded to single precision.
+// The crossing rule over one side list: `forEach` hands each member's
+// compared coordinate, in the order of increasing t.
+template <typename ForEachMember>
+void CountCrossings(ForEachMember forEach, float p, float threshold, std::int32_t& counter) {
+  SideTally above;
+  SideTally below;
+  forEach([&](float c) {
+    if (c > p) above.Add(c, p);
+    if (c < p) below.Add(c, p);
+    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) Raise(counter);
+  });
+}
+
+// One side's list read in place: the samples on `side` of the point's line,
+// rounded to single precision.
 void CountSampledSide(float px, float py, const CurveSamples& s, std::int32_t& counter, int side) {
-  CCA_GPoint members[kCurveSamples];
-  int count = 0;
-  for (int i = 0; i < kCurveSamples; ++i) {
-    const bool right = px < s.x[i], down = py < s.y[i];
-    const bool member = side == SideLeft ? !right : side == SideRight ? right : side == SideUp ? !down : down;
-    if (member) members[count++] = {static_cast<float>(s.x[i]), static_cast<float>(s.y[i])};
-  }
-  CountSideCrossings(px, py, members, count, counter, static_cast<float>(s.maxDX), static_cast<float>(s.maxDY),
-                     side);
+  const bool alongY = side == SideLeft || side == SideRight;
+  const auto members = [&](auto visit) {
+    for (int i = 0; i < kCurveSamples; ++i) {
+      const bool right = px < s.x[i], down = py < s.y[i];
+      const bool member = side == SideLeft ? !right : side == SideRight ? right : side == SideUp ? !down : down;
+      if (member) visit(static_cast<float>(alongY ? s.y[i] : s.x[i]));
+    }
+  };
+  CountCrossings(members, alongY ? py : px, static_cast<float>(alongY ? s.maxDY : s.maxDX), counter);
 }
 
 void CountCurveCrossings(float px, float py, const CurveSamples& s, SideCounts& counts, unsigned wanted) {
@@ -223,16 +236,10 @@ void CountSideCrossings(float px, float py, const CCA_GPoint* samples, int count
                         float maxDX, float maxDY, int side) {
   const bool alongY = side == SideLeft || side == SideRight;
   if (!alongY && side != SideUp && side != SideDown) return;
-  const float p = alongY ? py : px;
-  const float threshold = alongY ? maxDY : maxDX;
-  SideTally above;
-  SideTally below;
-  for (int i = 0; i < count; ++i) {
-    const float c = alongY ? samples[i].y : samples[i].x;
-    if (c > p) above.Add(c, p);
-    if (c < p) below.Add(c, p);
-    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) Raise(counter);
-  }
+  const auto members = [&](auto visit) {
+    for (int i = 0; i < count; ++i) visit(alongY ? samples[i].y : samples[i].x);
+  };
+  CountCrossings(members, alongY ? py : px, alongY ? maxDY : maxDX, counter);
 }
 
 }  // namespace vxhittest
