@@ -39,9 +39,10 @@ unsigned ArcReach(const QueryPoint& q, const CA_PathPoint& start, const CA_PathP
   }
   const double rMin = std::min(rx, ry), rMax = std::max(rx, ry);
   if (!(rMin > 0)) return ReachAnything;
+  // The radii grow by at most half the chord over the smaller radius.
   const double dx = static_cast<double>(end.x) - start.x, dy = static_cast<double>(end.y) - start.y;
-  const double halfChord = 0.5 * std::sqrt(dx * dx + dy * dy);
-  const double radius = rMax * std::max(1.0, halfChord / rMin);
+  const double halfChord2 = 0.25 * (dx * dx + dy * dy), rMin2 = rMin * rMin;
+  const double radius = halfChord2 <= rMin2 ? rMax : rMax * std::sqrt(halfChord2 / rMin2);
   const double extent = 2.25 * radius;
   if (!(extent < 1e38)) return ReachAnything;
   const float e = static_cast<float>(extent);
