@@ -6,11 +6,32 @@
 #include "graphics/hittest/PathWalk.h"
 #include "graphics/hittest/PointQuery.h"
 
+namespace vxhittest {
+namespace {
+
+// Most segments are skipped, so their bounds are checked here, inside the
+// walk's loop, before the query is called.
+struct SkippingVisitor {
+  PointQuery& query;
+
+  bool Line(const CA_PathPoint& start, const CA_PathPoint& end) {
+    return (LineReach(query.Point(), start, end) & query.Wanted()) != 0 && query.Line(start, end);
+  }
+  bool Curve(int kind, const CA_PathPoint* points) {
+    return (CurveReach(query.Point(), kind, points) & query.Wanted()) != 0 && query.Curve(kind, points);
+  }
+  bool Arc(const CA_PathPoint& start, const CA_PathPoint* records) { return query.Arc(start, records); }
+};
+
+}  // namespace
+}  // namespace vxhittest
+
 bool JudgePointOnPath(const CCA_GPoint& point, float tolerance, const CCA_Path& path, float, bool fillArea,
                       CA_FillMode) {
   const int count = path.GetPointCount();
   if (count <= 0) return false;
   // The records lie in one block, so the walk reads them in place.
   vxhittest::PointQuery query(point, tolerance, fillArea);
-  return vxhittest::WalkPathSegments(&path.GetPoint(0), count, query);
+  vxhittest::SkippingVisitor visitor{query};
+  return vxhittest::WalkPathSegments(&path.GetPoint(0), count, visitor);
 }
