@@ -15,10 +15,15 @@ struct SkippingVisitor {
   PointQuery& query;
 
   bool Line(const CA_PathPoint& start, const CA_PathPoint& end) {
-    return (LineReach(query.Point(), start, end) & query.Wanted()) != 0 && query.Line(start, end);
+    const unsigned reach = LineReach(query.Point(), start, end);
+    if ((reach & query.Wanted()) == 0) return false;
+    const ControlBox box{std::min(start.x, end.x), std::min(start.y, end.y), std::max(start.x, end.x),
+                         std::max(start.y, end.y)};
+    return query.ReachedLine(reach, start, end, box);
   }
   bool Curve(int kind, const CA_PathPoint* points) {
-    return (CurveReach(query.Point(), kind, points) & query.Wanted()) != 0 && query.Curve(kind, points);
+    const unsigned reach = CurveReach(query.Point(), kind, points);
+    return (reach & query.Wanted()) != 0 && query.ReachedCurve(reach, kind, points);
   }
   bool Arc(const CA_PathPoint& start, const CA_PathPoint* records) { return query.Arc(start, records); }
 };

@@ -31,7 +31,11 @@ bool PointQuery::ReachedLine(unsigned reach, const CA_PathPoint& start, const CA
 }
 
 bool PointQuery::Curve(int kind, const CA_PathPoint* points) {
-  const unsigned reach = CurveReach(m_point, kind, points) & m_wanted;
+  return ReachedCurve(CurveReach(m_point, kind, points), kind, points);
+}
+
+bool PointQuery::ReachedCurve(unsigned reach, int kind, const CA_PathPoint* points) {
+  reach &= m_wanted;
   if (reach == 0) return false;
   const BezierCurve curve = MakeCurve(kind, points);
   CurveSamples samples;

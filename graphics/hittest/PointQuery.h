@@ -27,6 +27,8 @@ class PointQuery {
   /// its ends (it is read only when the ends are finite).
   bool ReachedLine(unsigned reach, const CA_PathPoint& start, const CA_PathPoint& end, const ControlBox& box);
   bool Curve(int kind, const CA_PathPoint* points);
+  /// A curve whose reach from this point is known.
+  bool ReachedCurve(unsigned reach, int kind, const CA_PathPoint* points);
   bool Arc(const CA_PathPoint& start, const CA_PathPoint* records);
   /// A curve sampled beforehand, with its control box and what it can
   /// reach from this point.
