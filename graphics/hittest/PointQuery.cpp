@@ -11,12 +11,6 @@ PointQuery::PointQuery(const CCA_GPoint& point, float tolerance, bool area)
       m_counts(area ? &m_sides : nullptr),
       m_wanted(area ? ReachAnything : ReachHit) {}
 
-bool PointQuery::Line(const CA_PathPoint& start, const CA_PathPoint& end) {
-  const ControlBox box{std::min(start.x, end.x), std::min(start.y, end.y), std::max(start.x, end.x),
-                       std::max(start.y, end.y)};
-  return ReachedLine(LineReach(m_point, start, end), start, end, box);
-}
-
 bool PointQuery::ReachedLine(unsigned reach, const CA_PathPoint& start, const CA_PathPoint& end,
                              const ControlBox& box) {
   reach &= m_wanted;
@@ -37,20 +31,19 @@ bool PointQuery::Curve(int kind, const CA_PathPoint* points) {
 bool PointQuery::ReachedCurve(unsigned reach, int kind, const CA_PathPoint* points) {
   reach &= m_wanted;
   if (reach == 0) return false;
+  const ControlBox box = GetControlBox(points, kind == Cubic ? 4 : 3);
+  if (BeyondBothAxes(box)) return false;
   const BezierCurve curve = MakeCurve(kind, points);
   CurveSamples samples;
   SampleCurve(curve, samples);
-  return SampledCurve(reach, GetControlBox(points, kind == Cubic ? 4 : 3), curve, samples);
+  return SampledCurve(reach, box, curve, samples);
 }
 
 bool PointQuery::SampledCurve(unsigned reach, const ControlBox& box, const BezierCurve& curve,
                               const CurveSamples& samples) {
   reach &= m_wanted;
   if (reach == 0) return false;
-  // Beyond the control box in both axes: nothing to hit or count.
-  if ((m_point.px < box.minX || m_point.px > box.maxX) && (m_point.py < box.minY || m_point.py > box.maxY)) {
-    return false;
-  }
+  if (BeyondBothAxes(box)) return false;
   return TestSampledCurve(m_point.px, m_point.py, m_tolerance, curve, samples, m_counts, reach) ||
          AllSidesCounted();
 }
@@ -63,6 +56,11 @@ bool PointQuery::Arc(const CA_PathPoint& start, const CA_PathPoint* records) {
     if (Curve(Cubic, &points[3 * i])) return true;
   }
   return false;
+}
+
+// Beyond a curve's control box in both axes: nothing to hit or count.
+bool PointQuery::BeyondBothAxes(const ControlBox& box) const {
+  return (m_point.px < box.minX || m_point.px > box.maxX) && (m_point.py < box.minY || m_point.py > box.maxY);
 }
 
 bool PointQuery::AllSidesCounted() {

@@ -22,7 +22,6 @@ class PointQuery {
 
   // Each test returns true once the answer is known to be true: a hit, or,
   // in the area test, crossings on all four sides.
-  bool Line(const CA_PathPoint& start, const CA_PathPoint& end);
   /// A straight segment whose reach from this point is known; `box` holds
   /// its ends (it is read only when the ends are finite).
   bool ReachedLine(unsigned reach, const CA_PathPoint& start, const CA_PathPoint& end, const ControlBox& box);
@@ -36,6 +35,7 @@ class PointQuery {
 
  private:
   bool AllSidesCounted();
+  bool BeyondBothAxes(const ControlBox& box) const;
 
   const QueryPoint m_point;
   const float m_tolerance;
