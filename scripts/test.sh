@@ -19,13 +19,13 @@ run_suite() {  # run_suite DIR [cmake options...]
 
 echo "== plain build =="
 run_suite build -DCMAKE_BUILD_TYPE=RelWithDebInfo
-ctest --test-dir build --output-on-failure -j "$jobs"
+ctest --test-dir build --output-on-failure -j "$jobs" -LE slow
 
 echo "== AddressSanitizer + UndefinedBehaviorSanitizer =="
 run_suite build-asan -DCMAKE_BUILD_TYPE=Debug -DVXUTILITY_SANITIZE=address,undefined \
   -DVXUTILITY_BENCH=OFF -DVXUTILITY_TOOLS=ON
 ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
-  ctest --test-dir build-asan --output-on-failure -j "$jobs"
+  ctest --test-dir build-asan --output-on-failure -j "$jobs" -LE slow
 
 if [ "$(ctest --test-dir build -N -L threading | sed -n 's/^Total Tests: //p')" != "0" ]; then
   echo "== ThreadSanitizer (threading tests) =="

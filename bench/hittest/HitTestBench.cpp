@@ -16,7 +16,7 @@
 #include "bench/support/AllocationCounter.h"
 #include "bench/support/RatioReporter.h"
 #include "graphics/hittest/ArcToCubics.h"
-#include "graphics/hittest/BuildPathSegments.h"
+#include "graphics/hittest/PathWalk.h"
 
 namespace {
 
@@ -141,10 +141,22 @@ const std::vector<CCA_GPoint>& TheQueries() {
   return queries;
 }
 
+// Lines and curves, arcs counted as their pieces.
+struct SegmentCounter {
+  int count = 0;
+  bool Line(const CA_PathPoint&, const CA_PathPoint&) { return ++count, false; }
+  bool Curve(int, const CA_PathPoint*) { return ++count, false; }
+  bool Arc(const CA_PathPoint& start, const CA_PathPoint* records) {
+    CA_PathPoint points[vxhittest::kMaxArcPoints];
+    count += vxhittest::ArcToCubicPoints(start, records, points);
+    return false;
+  }
+};
+
 int SegmentCount() {
-  vxhittest::PathSegmentList segments;
-  vxhittest::BuildPathSegments(ThePath(), segments);
-  return segments.GetSize();
+  SegmentCounter counter;
+  vxhittest::WalkPathSegments(&ThePath().GetPoint(0), ThePath().GetPointCount(), counter);
+  return counter.count;
 }
 
 // ---- the runs --------------------------------------------------------------
@@ -179,6 +191,22 @@ void BM_VxutilityFill(benchmark::State& state) {
   });
 }
 
+// The extension that prepares the path once, as cairo holds its path.
+const VXHitTestPath& ThePreparedPath() {
+  static const VXHitTestPath prepared(ThePath());
+  return prepared;
+}
+
+void BM_PreparedStroke(benchmark::State& state) {
+  ThePreparedPath();
+  RunQueries(state, [](const CCA_GPoint& p) { return ThePreparedPath().JudgePoint(p, kTolerance, false); });
+}
+
+void BM_PreparedFill(benchmark::State& state) {
+  ThePreparedPath();
+  RunQueries(state, [](const CCA_GPoint& p) { return ThePreparedPath().JudgePoint(p, kTolerance, true); });
+}
+
 struct CairoPath {
   cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 1200, 900);
   cairo_t* cr = cairo_create(surface);
@@ -202,21 +230,15 @@ void BM_CairoInFill(benchmark::State& state) {
   RunQueries(state, [&](const CCA_GPoint& p) { return cairo_in_fill(cairo.cr, p.x, p.y) != 0; });
 }
 
-// The share of a query spent turning the path into segments.
-void BM_VxutilityBuildSegments(benchmark::State& state) {
-  RunQueries(state, [](const CCA_GPoint&) {
-    vxhittest::PathSegmentList segments(ThePath().GetPointCount());
-    vxhittest::BuildPathSegments(ThePath(), segments);
-    return segments.GetSize() > 0;
-  });
-}
-
 // Named "<query>/<implementation>" for the ratio reporter.
-BENCHMARK(BM_VxutilityBuildSegments)->Name("segment list/ours");
 BENCHMARK(BM_VxutilityStroke)->Name("outline/ours");
 BENCHMARK(BM_CairoInStroke)->Name("outline/cairo");
 BENCHMARK(BM_VxutilityFill)->Name("area/ours");
 BENCHMARK(BM_CairoInFill)->Name("area/cairo");
+BENCHMARK(BM_PreparedStroke)->Name("outline, prepared/ours");
+BENCHMARK(BM_CairoInStroke)->Name("outline, prepared/cairo");
+BENCHMARK(BM_PreparedFill)->Name("area, prepared/ours");
+BENCHMARK(BM_CairoInFill)->Name("area, prepared/cairo");
 
 }  // namespace
 

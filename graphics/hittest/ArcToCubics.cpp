@@ -21,12 +21,11 @@ struct ArcInput {
   float x0, y0, rx, ry, rotation, largeArc, sweep, x1, y1;
 };
 
-ArcInput ReadArc(const CCA_Path& arc) {
-  const CA_PathPoint& start = arc.GetPoint(0);
-  const CA_PathPoint& radii = arc.GetPoint(1);
-  const CA_PathPoint& rotation = arc.GetPoint(2);
-  const CA_PathPoint& sweep = arc.GetPoint(3);
-  const CA_PathPoint& end = arc.GetPoint(4);
+ArcInput ReadArc(const CA_PathPoint& start, const CA_PathPoint* records) {
+  const CA_PathPoint& radii = records[0];
+  const CA_PathPoint& rotation = records[1];
+  const CA_PathPoint& sweep = records[2];
+  const CA_PathPoint& end = records[3];
   return {start.x, start.y, radii.x, radii.y, rotation.x, rotation.y, sweep.x, end.x, end.y};
 }
 
@@ -78,8 +77,9 @@ int PieceCount(float delta) {
   return static_cast<int>(pieces);
 }
 
-// One piece from angle a to angle b on the unit circle around (uc, vc).
-void AppendPiece(const Frame& frame, float uc, float vc, float a, float b, CCA_Path& out) {
+// One piece from angle a to angle b on the unit circle around (uc, vc):
+// its two control points and its end.
+void WritePiece(const Frame& frame, float uc, float vc, float a, float b, CA_PathPoint* out) {
   const float h = (b - a) / 2;
   const float sinQuarter = std::sin(h / 2);
   const float t = kHandleFactor * (sinQuarter * sinQuarter) / std::sin(h);
@@ -89,15 +89,15 @@ void AppendPiece(const Frame& frame, float uc, float vc, float a, float b, CCA_P
   const float v3 = vc + std::sin(b);
   const float u2 = u3 + t * std::sin(b);
   const float v2 = v3 - t * std::cos(b);
-  out.CubicBezierTo(frame.X(u1, v1), frame.Y(u1, v1), frame.X(u2, v2), frame.Y(u2, v2), frame.X(u3, v3),
-                    frame.Y(u3, v3));
+  out[0] = {frame.X(u1, v1), frame.Y(u1, v1), 0};
+  out[1] = {frame.X(u2, v2), frame.Y(u2, v2), 0};
+  out[2] = {frame.X(u3, v3), frame.Y(u3, v3), 0};
 }
 
 }  // namespace
 
-int ConvertArcToCubics(CCA_Path& out, CCA_Path arc) {
-  if (arc.GetPointCount() < 5) return 0;
-  const ArcInput in = ReadArc(arc);
+int ArcToCubicPoints(const CA_PathPoint& from, const CA_PathPoint* records, CA_PathPoint (&points)[kMaxArcPoints]) {
+  const ArcInput in = ReadArc(from, records);
   const float rotation = WrapRotation(in.rotation);
   Frame frame{std::sin(rotation), std::cos(rotation), std::fabs(in.rx), std::fabs(in.ry)};
   ScaleRadiiToReach(in, frame);
@@ -127,11 +127,23 @@ int ConvertArcToCubics(CCA_Path& out, CCA_Path arc) {
   }
 
   const int k = PieceCount(delta);
-  out.MoveTo(in.x0, in.y0);
+  points[0] = {in.x0, in.y0, PathFlagMoveTo};
   for (int i = 0; i < k; ++i) {
     const float a = static_cast<float>(i) * delta / static_cast<float>(k) + theta0;
     const float b = static_cast<float>(i + 1) * delta / static_cast<float>(k) + theta0;
-    AppendPiece(frame, uc, vc, a, b, out);
+    WritePiece(frame, uc, vc, a, b, &points[1 + 3 * i]);
+  }
+  return k;
+}
+
+int ConvertArcToCubics(CCA_Path& out, CCA_Path arc) {
+  if (arc.GetPointCount() < 5) return 0;
+  CA_PathPoint points[kMaxArcPoints];
+  const int k = ArcToCubicPoints(arc.GetPoint(0), &arc.GetPoint(1), points);
+  out.MoveTo(points[0].x, points[0].y);
+  for (int i = 0; i < k; ++i) {
+    const CA_PathPoint* piece = &points[1 + 3 * i];
+    out.CubicBezierTo(piece[0].x, piece[0].y, piece[1].x, piece[1].y, piece[2].x, piece[2].y);
   }
   return k;
 }

@@ -14,7 +14,7 @@
 namespace vxhittest {
 namespace {
 
-constexpr int kSampleSteps = 50;           // samples at t = 0, 1/50, ..., 1
+constexpr int kSampleSteps = kCurveSamples - 1;
 constexpr float kSearchHalfWidth = 0.02f;  // one sample step either side
 constexpr float kSearchStop = 0.000001f;   // narrowest parameter interval
 constexpr double kMinProgress = 0.0001;    // the search goes on while it gains this much
@@ -23,17 +23,6 @@ struct CurvePoint {
   double x;
   double y;
 };
-
-struct Curve {
-  int kind;
-  CA_PathPoint p0, p1, p2, p3;
-};
-
-Curve MakeCurve(int kind, const CCA_ArrayTemplate<CA_PathPoint>& points) {
-  Curve curve{kind, points[0], points[1], points[2], CA_PathPoint()};
-  if (points.GetSize() >= 4) curve.p3 = points[3];
-  return curve;
-}
 
 // The Bernstein weights at t. The terms without a power function stay in
 // single precision, as the parameter is; the curve point sums in double.
@@ -59,11 +48,11 @@ CubicWeights CubicAt(float t) {
           3.0f * t * t * omt, std::pow(static_cast<double>(t), 3.0)};
 }
 
-CurvePoint Apply(const Curve& c, const QuadraticWeights& w) {
+CurvePoint Apply(const BezierCurve& c, const QuadraticWeights& w) {
   return {w.w0 * c.p0.x + w.w1 * c.p1.x + w.w2 * c.p2.x, w.w0 * c.p0.y + w.w1 * c.p1.y + w.w2 * c.p2.y};
 }
 
-CurvePoint Apply(const Curve& c, const CubicWeights& w) {
+CurvePoint Apply(const BezierCurve& c, const CubicWeights& w) {
   return {w.w0 * c.p0.x + w.w1 * c.p1.x + w.w2 * c.p2.x + w.w3 * c.p3.x,
           w.w0 * c.p0.y + w.w1 * c.p1.y + w.w2 * c.p2.y + w.w3 * c.p3.y};
 }
@@ -82,11 +71,11 @@ const Weights& SampleWeights(Weights (*at)(float), int i) {
   return table[i];
 }
 
-CurvePoint Evaluate(const Curve& c, float t) {
+CurvePoint Evaluate(const BezierCurve& c, float t) {
   return c.kind == Quadratic ? Apply(c, QuadraticAt(t)) : Apply(c, CubicAt(t));
 }
 
-CurvePoint EvaluateSample(const Curve& c, int i) {
+CurvePoint EvaluateSample(const BezierCurve& c, int i) {
   return c.kind == Quadratic ? Apply(c, SampleWeights(QuadraticAt, i)) : Apply(c, SampleWeights(CubicAt, i));
 }
 
@@ -96,19 +85,13 @@ double DistanceTo(float px, float py, const CurvePoint& b) {
   return std::sqrt(dy * dy + dx * dx);
 }
 
-double DistanceAt(const Curve& curve, float px, float py, float t) {
+double DistanceAt(const BezierCurve& curve, float px, float py, float t) {
   return DistanceTo(px, py, Evaluate(curve, t));
-}
-
-void AppendSample(CCA_ArrayTemplate<CCA_GPoint>& samples, const CCA_GPoint& sample) {
-  const int count = samples.GetSize();
-  if (!samples.SetSize(count + 1, -1)) return;
-  samples[count] = sample;
 }
 
 // Halves the interval from `t` toward `bound` while the curve keeps coming
 // closer; true as soon as a probe lies within the tolerance.
-bool SearchToward(const Curve& curve, float px, float py, float tolerance, float t, double previous,
+bool SearchToward(const BezierCurve& curve, float px, float py, float tolerance, float t, double previous,
                   float bound) {
   for (;;) {
     if (std::fabs(bound - t) < kSearchStop) return false;
@@ -120,41 +103,26 @@ bool SearchToward(const Curve& curve, float px, float py, float tolerance, float
   }
 }
 
-struct SampleRun {
-  CCA_ArrayTemplate<CCA_GPoint> left{kSampleSteps + 1};  // x <= px
-  CCA_ArrayTemplate<CCA_GPoint> right{kSampleSteps + 1};  // x > px
-  CCA_ArrayTemplate<CCA_GPoint> up{kSampleSteps + 1};     // y <= py
-  CCA_ArrayTemplate<CCA_GPoint> down{kSampleSteps + 1};   // y > py
-  double maxDX = 0;
-  double maxDY = 0;
+struct Nearest {
   float minDist = 0;
   float tBest = 0;
 };
 
-void Sample(const Curve& curve, float px, float py, SampleRun& run) {
-  CurvePoint previous{0, 0};
-  for (int i = 0; i <= kSampleSteps; ++i) {
-    const float t = SampleParameter(i);
-    const CurvePoint b = EvaluateSample(curve, i);
-    const CCA_GPoint sample{static_cast<float>(b.x), static_cast<float>(b.y)};
-    AppendSample(px < b.x ? run.right : run.left, sample);
-    AppendSample(py < b.y ? run.down : run.up, sample);
-    if (i >= 1) {
-      run.maxDY = std::max(run.maxDY, std::fabs(b.y - previous.y));
-      run.maxDX = std::max(run.maxDX, std::fabs(b.x - previous.x));
-    }
-    previous = b;
-    // Distances compare at the precision they are kept in, so a tie keeps
-    // the earlier sample.
-    const float distance = static_cast<float>(DistanceTo(px, py, b));
-    if (i == 0 || distance < run.minDist) {
-      run.minDist = distance;
-      run.tBest = t;
+Nearest FindNearestSample(const CurveSamples& s, float px, float py) {
+  Nearest nearest;
+  for (int i = 0; i < kCurveSamples; ++i) {
+    // The double distance against the single nearest one: a sample whose
+    // distance rounds to the same float still replaces it when closer.
+    const double distance = DistanceTo(px, py, {s.x[i], s.y[i]});
+    if (i == 0 || distance < nearest.minDist) {
+      nearest.minDist = static_cast<float>(distance);
+      nearest.tBest = SampleParameter(i);
     }
   }
+  return nearest;
 }
 
-bool Refine(const Curve& curve, float px, float py, float tolerance, const SampleRun& run) {
+bool Refine(const BezierCurve& curve, float px, float py, float tolerance, const Nearest& run) {
   if (run.minDist <= tolerance) return true;
   const float tLo = std::max(0.0f, run.tBest - kSearchHalfWidth);
   const float tHi = std::min(1.0f, run.tBest + kSearchHalfWidth);
@@ -182,52 +150,96 @@ struct SideTally {
   }
 };
 
+// The crossing rule over one side list: `forEach` hands each member's
+// compared coordinate, in the order of increasing t.
+template <typename ForEachMember>
+void CountCrossings(ForEachMember forEach, float p, float threshold, std::int32_t& counter) {
+  SideTally above;
+  SideTally below;
+  forEach([&](float c) {
+    if (c > p) above.Add(c, p);
+    if (c < p) below.Add(c, p);
+    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) Raise(counter);
+  });
+}
+
+// One side's list read in place: the samples on `side` of the point's line,
+// rounded to single precision.
+void CountSampledSide(float px, float py, const CurveSamples& s, std::int32_t& counter, int side) {
+  const bool alongY = side == SideLeft || side == SideRight;
+  const auto members = [&](auto visit) {
+    for (int i = 0; i < kCurveSamples; ++i) {
+      const bool right = px < s.x[i], down = py < s.y[i];
+      const bool member = side == SideLeft ? !right : side == SideRight ? right : side == SideUp ? !down : down;
+      if (member) visit(static_cast<float>(alongY ? s.y[i] : s.x[i]));
+    }
+  };
+  CountCrossings(members, alongY ? py : px, static_cast<float>(alongY ? s.maxDY : s.maxDX), counter);
+}
+
+void CountCurveCrossings(float px, float py, const CurveSamples& s, SideCounts& counts, unsigned wanted) {
+  if (wanted & ReachMinusX) CountSampledSide(px, py, s, counts.minusX, SideLeft);
+  if (wanted & ReachPlusX) CountSampledSide(px, py, s, counts.plusX, SideRight);
+  if (wanted & ReachMinusY) CountSampledSide(px, py, s, counts.minusY, SideUp);
+  if (wanted & ReachPlusY) CountSampledSide(px, py, s, counts.plusY, SideDown);
+}
+
 bool BeyondBothAxes(float px, float py, const ControlBox& box) {
   return (px < box.minX || px > box.maxX) && (py < box.minY || py > box.maxY);
 }
 
 }  // namespace
 
-bool TestCurveSegment(float px, float py, float tolerance, int kind, const PathSegment& segment,
-                      SideCounts& counts) {
-  const int count = segment.points.GetSize();
-  if (count < 3 || (kind == Cubic && count < 4)) return false;
-  if (BeyondBothAxes(px, py, GetControlBox(segment.points))) return false;
+BezierCurve MakeCurve(int kind, const CA_PathPoint* points) {
+  return {kind, points[0], points[1], points[2], kind == Cubic ? points[3] : CA_PathPoint()};
+}
 
-  const Curve curve = MakeCurve(kind, segment.points);
-  SampleRun run;
-  Sample(curve, px, py, run);
-  if (Refine(curve, px, py, tolerance, run)) {
-    ++counts.plusX;
-    ++counts.minusX;
-    ++counts.plusY;
-    ++counts.minusY;
+void SampleCurve(const BezierCurve& curve, CurveSamples& s) {
+  s.maxDX = 0;
+  s.maxDY = 0;
+  for (int i = 0; i < kCurveSamples; ++i) {
+    const CurvePoint b = EvaluateSample(curve, i);
+    s.x[i] = b.x;
+    s.y[i] = b.y;
+    if (i >= 1) {
+      s.maxDY = std::max(s.maxDY, std::fabs(b.y - s.y[i - 1]));
+      s.maxDX = std::max(s.maxDX, std::fabs(b.x - s.x[i - 1]));
+    }
+  }
+}
+
+bool TestSampledCurve(float px, float py, float tolerance, const BezierCurve& curve, const CurveSamples& samples,
+                      SideCounts* counts, unsigned wanted) {
+  if ((wanted & ReachHit) && Refine(curve, px, py, tolerance, FindNearestSample(samples, px, py))) {
+    if (counts != nullptr) {
+      Raise(counts->plusX);
+      Raise(counts->minusX);
+      Raise(counts->plusY);
+      Raise(counts->minusY);
+    }
     return true;
   }
-  const float maxDX = static_cast<float>(run.maxDX);
-  const float maxDY = static_cast<float>(run.maxDY);
-  CountSideCrossings(px, py, run.left, counts.minusX, maxDX, maxDY, SideLeft);
-  CountSideCrossings(px, py, run.right, counts.plusX, maxDX, maxDY, SideRight);
-  CountSideCrossings(px, py, run.up, counts.minusY, maxDX, maxDY, SideUp);
-  CountSideCrossings(px, py, run.down, counts.plusY, maxDX, maxDY, SideDown);
+  if (counts != nullptr) CountCurveCrossings(px, py, samples, *counts, wanted);
   return false;
 }
 
-void CountSideCrossings(float px, float py, const CCA_ArrayTemplate<CCA_GPoint>& samples, int& counter,
+bool TestCurveSegment(float px, float py, float tolerance, int kind, const CA_PathPoint* points,
+                      SideCounts* counts) {
+  if (BeyondBothAxes(px, py, GetControlBox(points, kind == Cubic ? 4 : 3))) return false;
+  const BezierCurve curve = MakeCurve(kind, points);
+  CurveSamples samples;
+  SampleCurve(curve, samples);
+  return TestSampledCurve(px, py, tolerance, curve, samples, counts, ReachAnything);
+}
+
+void CountSideCrossings(float px, float py, const CCA_GPoint* samples, int count, std::int32_t& counter,
                         float maxDX, float maxDY, int side) {
   const bool alongY = side == SideLeft || side == SideRight;
   if (!alongY && side != SideUp && side != SideDown) return;
-  const float p = alongY ? py : px;
-  const float threshold = alongY ? maxDY : maxDX;
-  SideTally above;
-  SideTally below;
-  const int count = samples.GetSize();
-  for (int i = 0; i < count; ++i) {
-    const float c = alongY ? samples[i].y : samples[i].x;
-    if (c > p) above.Add(c, p);
-    if (c < p) below.Add(c, p);
-    if (above.count >= 1 && below.count >= 1 && threshold > std::fabs(above.nearest - below.nearest)) ++counter;
-  }
+  const auto members = [&](auto visit) {
+    for (int i = 0; i < count; ++i) visit(alongY ? samples[i].y : samples[i].x);
+  };
+  CountCrossings(members, alongY ? py : px, alongY ? maxDY : maxDX, counter);
 }
 
 }  // namespace vxhittest

@@ -18,49 +18,66 @@ float Distance(float px, float py, const CA_PathPoint& p) {
   return std::sqrt(dx * dx + dy * dy);
 }
 
+// The end distances count only around the box, so they are computed there.
+bool NearEnd(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1) {
+  return Distance(px, py, p0) <= tolerance || Distance(px, py, p1) <= tolerance;
+}
+
 void CountLineCrossings(float px, float py, float xc, float yc, float axisTolerance, const ControlBox& box,
                         SideCounts& counts) {
   if (box.minY <= yc && yc <= box.maxY) {
     if (py - yc > axisTolerance) {
-      ++counts.minusY;
+      Raise(counts.minusY);
     } else if (yc - py > axisTolerance) {
-      ++counts.plusY;
+      Raise(counts.plusY);
     }
   }
   if (box.minX <= xc && xc <= box.maxX) {
     if (xc - px > axisTolerance) {
-      ++counts.plusX;
+      Raise(counts.plusX);
     } else if (px - xc > axisTolerance) {
-      ++counts.minusX;
+      Raise(counts.minusX);
     }
   }
 }
 
+// Where the segment's line meets the point's horizontal line (x) and
+// vertical line (y); an axis-parallel segment gives an infinity or NaN.
+float CrossingX(float py, const CA_PathPoint& p0, const CA_PathPoint& p1) {
+  return ((py - p0.y) / (p1.y - p0.y)) * (p1.x - p0.x) + p0.x;
+}
+
+float CrossingY(float px, const CA_PathPoint& p0, const CA_PathPoint& p1) {
+  return ((px - p0.x) / (p1.x - p0.x)) * (p1.y - p0.y) + p0.y;
+}
+
 }  // namespace
 
-bool TestLineSegment(float px, float py, float tolerance, const PathSegment& segment, SideCounts& counts) {
-  const CA_PathPoint& p0 = segment.points[0];
-  const CA_PathPoint& p1 = segment.points[1];
-  const float d0 = Distance(px, py, p0);
-  const float d1 = Distance(px, py, p1);
-  const ControlBox box = GetControlBox(segment.points);
+void CountLineSegmentCrossings(float px, float py, float axisTolerance, const CA_PathPoint& p0,
+                               const CA_PathPoint& p1, const ControlBox& box, SideCounts& counts) {
+  CountLineCrossings(px, py, CrossingX(py, p0, p1), CrossingY(px, p0, p1), axisTolerance, box, counts);
+}
+
+bool TestLineSegment(float px, float py, float tolerance, const CA_PathPoint& p0, const CA_PathPoint& p1,
+                     SideCounts* counts) {
+  const CA_PathPoint ends[2] = {p0, p1};
+  const ControlBox box = GetControlBox(ends, 2);
   const float axisTolerance = std::sqrt(2.0f) * tolerance;
 
-  const float xc = ((py - p0.y) / (p1.y - p0.y)) * (p1.x - p0.x) + p0.x;
-  const float yc = ((px - p0.x) / (p1.x - p0.x)) * (p1.y - p0.y) + p0.y;
-  CountLineCrossings(px, py, xc, yc, axisTolerance, box, counts);
+  const float xc = CrossingX(py, p0, p1);
+  const float yc = CrossingY(px, p0, p1);
+  if (counts != nullptr) CountLineCrossings(px, py, xc, yc, axisTolerance, box, *counts);
 
   const bool beyondX = px < box.minX || px > box.maxX;
   const bool beyondY = py < box.minY || py > box.maxY;
   const bool withinX = box.minX < px && px < box.maxX;
   const bool withinY = box.minY < py && py < box.maxY;
-  const bool nearEnd = d0 <= tolerance || d1 <= tolerance;
   const bool nearInY = std::fabs(py - yc) <= axisTolerance;
   const bool nearInX = std::fabs(px - xc) <= axisTolerance;
 
-  if (beyondX && beyondY) return nearEnd;             // a corner
-  if (withinX && beyondY) return nearEnd || nearInY;  // above or below the box
-  if (beyondX && withinY) return nearEnd || nearInX;  // left or right of the box
+  if (beyondX && beyondY) return NearEnd(px, py, tolerance, p0, p1);             // a corner
+  if (withinX && beyondY) return NearEnd(px, py, tolerance, p0, p1) || nearInY;  // above or below the box
+  if (beyondX && withinY) return NearEnd(px, py, tolerance, p0, p1) || nearInX;  // left or right of the box
   // Inside the closed box or on one of its lines: the ends do not count.
   return nearInX || nearInY;
 }

@@ -15,3 +15,25 @@
 /// effect. False for an empty path, a path without segments, and a miss.
 VXUTILITY_EXPORT bool JudgePointOnPath(const CCA_GPoint& point, float tolerance, const CCA_Path& path, float,
                                        bool fillArea, CA_FillMode fillMode);
+
+/// Extension for callers that test many points against one path: the path
+/// prepared once (arcs converted, boxes, curve samples), so that each query
+/// only scans boxes and tests the segments that can still matter. Answers
+/// exactly as JudgePointOnPath on the path given to the constructor; later
+/// changes to that path are not seen. Queries keep no state and may run on
+/// any number of threads at once. Memory that runs out while preparing
+/// passes through as std::bad_alloc.
+class VXUTILITY_EXPORT VXHitTestPath {
+ public:
+  explicit VXHitTestPath(const CCA_Path& path);
+  ~VXHitTestPath();
+  VXHitTestPath(const VXHitTestPath&) = delete;
+  VXHitTestPath& operator=(const VXHitTestPath&) = delete;
+
+  /// JudgePointOnPath(point, tolerance, path, any, fillArea, any mode).
+  bool JudgePoint(const CCA_GPoint& point, float tolerance, bool fillArea) const;
+
+ private:
+  struct Data;
+  Data* m_pData;
+};

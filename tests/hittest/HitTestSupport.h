@@ -1,11 +1,13 @@
 #pragma once
-// Shared helpers of the hit-test suites: segments and paths laid down from
+// Shared helpers of the hit-test suites: records and paths laid down from
 // coordinates and raw records, side counts as arrays.
 
 #include <array>
 #include <initializer_list>
 
-#include "graphics/hittest/PathSegment.h"
+#include <vector>
+
+#include "graphics/hittest/SegmentRecords.h"
 
 namespace hittest_test {
 
@@ -13,11 +15,10 @@ using Counts = std::array<int, 4>;  // +x, -x, +y, -y
 
 inline Counts ToCounts(const vxhittest::SideCounts& s) { return {s.plusX, s.minusX, s.plusY, s.minusY}; }
 
-inline vxhittest::PathSegment MakeSegment(vxhittest::SegmentKind kind, std::initializer_list<CCA_GPoint> points) {
-  vxhittest::PathSegment segment;
-  segment.kind = kind;
-  for (const CCA_GPoint& p : points) vxhittest::AppendSegmentPoint(segment, CA_PathPoint{p.x, p.y, 0});
-  return segment;
+inline std::vector<CA_PathPoint> RecordsOf(std::initializer_list<CCA_GPoint> points) {
+  std::vector<CA_PathPoint> records;
+  for (const CCA_GPoint& p : points) records.push_back({p.x, p.y, 0});
+  return records;
 }
 
 // Raw records, so that any combination of flags can be laid down.

@@ -51,9 +51,10 @@ const LineCase kLineCases[] = {
 
 TEST(TestLineSegment, PlacesAroundTheBox) {
   for (const LineCase& c : kLineCases) {
-    const PathSegment segment = MakeSegment(Line, {c.p0, c.p1});
+    const CA_PathPoint p0{c.p0.x, c.p0.y, 0}, p1{c.p1.x, c.p1.y, 0};
     SideCounts counts;
-    EXPECT_EQ(TestLineSegment(c.point.x, c.point.y, c.tolerance, segment, counts), c.hit) << c.what;
+    EXPECT_EQ(TestLineSegment(c.point.x, c.point.y, c.tolerance, p0, p1, &counts), c.hit) << c.what;
+    EXPECT_EQ(TestLineSegment(c.point.x, c.point.y, c.tolerance, p0, p1, nullptr), c.hit) << c.what;
     EXPECT_EQ(ToCounts(counts), c.counts) << c.what;
   }
 }
@@ -82,16 +83,20 @@ const CurveCase kCurveCases[] = {
     // Nearest sample t = 0: the search interval is clamped to the curve, so
     // the curve's extension (B(-0.015) lies 1.01 away) is never probed.
     {"the search stays on the curve", Quadratic, {{0, 0}, {0, 100}, {100, 100}}, {0.01f, -2.01f}, 1.1f, false},
+    // Two samples whose distances round to the same float: the later one is
+    // closer in double and becomes the nearest, and the search from it finds
+    // the curve within the tolerance (from the earlier one it would not).
+    {"a near tie goes to the closer sample", Quadratic, {{17, 6}, {2, 8}, {17, 2}}, {13.8304892f, 8.9333849f},
+     2.56087971f, true},
     {"near the start, beyond the box in x and y", Quadratic, {{20, 20}, {25, 30}, {30, 20}}, {19.5f, 19.5f}, 1, false},
-    {"a quadratic with two points", Quadratic, {{0, 0}, {5, 10}}, {0, 0}, 5, false},
-    {"a cubic with three points", Cubic, {{0, 0}, {0, 10}, {10, 10}}, {0, 0}, 5, false},
 };
 
 TEST(TestCurveSegment, HitsAndMisses) {
   for (const CurveCase& c : kCurveCases) {
     SideCounts counts;
-    EXPECT_EQ(TestCurveSegment(c.point.x, c.point.y, c.tolerance, c.kind, MakeSegment(c.kind, c.points), counts), c.hit)
-        << c.what;
+    const std::vector<CA_PathPoint> points = RecordsOf(c.points);
+    EXPECT_EQ(TestCurveSegment(c.point.x, c.point.y, c.tolerance, c.kind, points.data(), &counts), c.hit) << c.what;
+    EXPECT_EQ(TestCurveSegment(c.point.x, c.point.y, c.tolerance, c.kind, points.data(), nullptr), c.hit) << c.what;
     EXPECT_TRUE(!c.hit || ToCounts(counts) == (Counts{1, 1, 1, 1})) << c.what;  // a hit counts once on every side
   }
 }
@@ -114,7 +119,7 @@ const ArchCase kArchCases[] = {
 TEST(TestCurveSegment, SideCountsOnAnArch) {
   for (const ArchCase& c : kArchCases) {
     SideCounts s;
-    EXPECT_FALSE(TestCurveSegment(c.point.x, c.point.y, 1, Quadratic, MakeSegment(Quadratic, kArch), s));
+    EXPECT_FALSE(TestCurveSegment(c.point.x, c.point.y, 1, Quadratic, RecordsOf(kArch).data(), &s));
     const std::array<bool, 4> counted = {s.plusX >= 1, s.minusX >= 1, s.plusY >= 1, s.minusY >= 1};
     EXPECT_EQ(counted, c.counted) << c.what;
   }
@@ -136,12 +141,23 @@ const CrossingCase kCrossingCases[] = {
 
 TEST(CountSideCrossings, ReadsCrossingsFromSamples) {
   for (const CrossingCase& c : kCrossingCases) {
-    CCA_ArrayTemplate<CCA_GPoint> samples;
-    for (const CCA_GPoint& p : c.samples) samples.Add(p);
-    int counter = 0;
-    CountSideCrossings(c.px, c.py, samples, counter, c.maxDX, c.maxDY, c.side);
+    const std::vector<CCA_GPoint> samples(c.samples);
+    std::int32_t counter = 0;
+    CountSideCrossings(c.px, c.py, samples.data(), static_cast<int>(samples.size()), counter, c.maxDX, c.maxDY, c.side);
     EXPECT_EQ(counter, c.expected) << c.what;
   }
+}
+
+// A path of tens of millions of curves must not overflow a counter: each
+// stops at its maximum, through every way of raising it.
+TEST(SideCounts, StopAtTheirMaximum) {
+  SideCounts counts{INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX};
+  EXPECT_TRUE(TestCurveSegment(5, 6, 1, Quadratic, RecordsOf(kArch).data(), &counts));
+  EXPECT_FALSE(TestCurveSegment(5.1f, 2, 1, Quadratic, RecordsOf(kArch).data(), &counts));
+  EXPECT_FALSE(TestLineSegment(2, 8, 1, {0, 0, 0}, {10, 10, 0}, &counts));
+  EXPECT_FALSE(TestLineSegment(8, 2, 1, {0, 0, 0}, {10, 10, 0}, &counts));
+  EXPECT_EQ(ToCounts(counts), (Counts{INT32_MAX, INT32_MAX, INT32_MAX, INT32_MAX}));
+  EXPECT_FALSE(counts.plusX < 0 || counts.minusX < 0 || counts.plusY < 0 || counts.minusY < 0);
 }
 
 }  // namespace

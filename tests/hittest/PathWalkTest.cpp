@@ -2,7 +2,8 @@
 
 #include <vector>
 
-#include "graphics/hittest/BuildPathSegments.h"
+#include "graphics/hittest/ArcToCubics.h"
+#include "graphics/hittest/PathWalk.h"
 #include "hittest/HitTestSupport.h"
 
 namespace {
@@ -13,17 +14,40 @@ using namespace hittest_test;
 // Each segment as its kind followed by its points' x and y.
 using Segments = std::vector<std::vector<float>>;
 
-Segments SegmentsOf(const CCA_Path& path) {
-  PathSegmentList list;
-  BuildPathSegments(path, list);
-  Segments segments(list.GetSize());
-  for (int i = 0; i < list.GetSize(); ++i) {
-    segments[i].push_back(static_cast<float>(list[i].kind));
-    for (int j = 0; j < list[i].points.GetSize(); ++j) {
-      segments[i].insert(segments[i].end(), {list[i].points[j].x, list[i].points[j].y});
-    }
+// Collects what the walk visits; arcs as their cubic pieces. Stops after
+// `limit` segments.
+struct Collector {
+  Segments segments;
+  size_t limit = 1000;
+
+  bool Add(int kind, const CA_PathPoint* points, int count) {
+    std::vector<float> segment{static_cast<float>(kind)};
+    for (int i = 0; i < count; ++i) segment.insert(segment.end(), {points[i].x, points[i].y});
+    segments.push_back(segment);
+    return segments.size() >= limit;
   }
-  return segments;
+  bool Line(const CA_PathPoint& start, const CA_PathPoint& end) {
+    const CA_PathPoint points[2] = {start, end};
+    return Add(vxhittest::Line, points, 2);
+  }
+  bool Curve(int kind, const CA_PathPoint* points) { return Add(kind, points, kind == Cubic ? 4 : 3); }
+  bool Arc(const CA_PathPoint& start, const CA_PathPoint* records) {
+    CA_PathPoint points[kMaxArcPoints];
+    const int pieces = ArcToCubicPoints(start, records, points);
+    for (int i = 0; i < pieces; ++i) {
+      if (Add(Cubic, &points[3 * i], 4)) return true;
+    }
+    return false;
+  }
+};
+
+Segments SegmentsOf(const CCA_Path& path, size_t limit = 1000) {
+  Collector collector;
+  collector.limit = limit;
+  const int count = path.GetPointCount();
+  const bool stopped = count > 0 && WalkPathSegments(&path.GetPoint(0), count, collector);
+  EXPECT_EQ(stopped, collector.segments.size() >= limit);
+  return collector.segments;
 }
 
 // Each figure closes to its own start, an open one not at all; a close
@@ -51,8 +75,21 @@ const WalkCase kWalkCases[] = {
     {"arc with two points after it", PathOf({{0, 0, M}, {5, 5, A | Z}, {6, 6, 0}, {7, 6, 0}}), {{Line, 5, 5, 0, 0}}},
 };
 
-TEST(BuildPathSegments, WalksTheRecords) {
+TEST(WalkPathSegments, WalksTheRecords) {
   for (const WalkCase& c : kWalkCases) EXPECT_EQ(SegmentsOf(c.path), c.expected) << c.what;
+}
+
+// A visitor's true ends the walk at once, also on a closing line and
+// inside an arc; the records are read in place, so they must lie in one
+// block.
+TEST(WalkPathSegments, StopsWhenAsked) {
+  const CCA_Path path = PathOf({{0, 0, M}, {4, 0, L | Z}, {5, 5, A}, {0, 0, 0}, {1, 0, 0}, {14, 0, 0}, {15, 1, L}});
+  const Segments all = SegmentsOf(path);
+  ASSERT_EQ(all.size(), 5u);  // line, closing line, two arc pieces, line
+  for (size_t limit = 1; limit <= all.size(); ++limit) {
+    EXPECT_EQ(SegmentsOf(path, limit), Segments(all.begin(), all.begin() + limit)) << limit;
+  }
+  for (int i = 0; i < path.GetPointCount(); ++i) EXPECT_EQ(&path.GetPoint(i), &path.GetPoint(0) + i);
 }
 
 }  // namespace
