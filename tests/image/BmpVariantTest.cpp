@@ -23,44 +23,44 @@ struct BmpSpec {
 };
 
 /// A 3 x |height| BMP whose pixel (x, y) holds `value(x, y)` in file order.
-std::string MakeBmp(const BmpSpec& spec, unsigned (*value)(int, int)) {
-  const int width = 3, rows = spec.height < 0 ? -spec.height : spec.height;
+std::string MakeBmp(const BmpSpec& layout, unsigned (*value)(int, int)) {
+  const int width = 3, rows = layout.height < 0 ? -layout.height : layout.height;
   // Alpha bit fields (compression 6) keep the 40-byte header and put the
   // four masks after it; other bit fields use a version 4 header.
-  const bool masksAfter = spec.compression == 6;
-  const unsigned infoSize = spec.coreHeader ? 12 : spec.masks.empty() || masksAfter ? 40 : 108;
+  const bool masksAfter = layout.compression == 6;
+  const unsigned infoSize = layout.coreHeader ? 12 : layout.masks.empty() || masksAfter ? 40 : 108;
   const unsigned masksSize = masksAfter ? 16 : 0;
-  const unsigned paletteSize = unsigned(spec.palette.size()) * (spec.coreHeader ? 3 : 4);
+  const unsigned paletteSize = unsigned(layout.palette.size()) * (layout.coreHeader ? 3 : 4);
   const unsigned offset = 14 + infoSize + masksSize + paletteSize;
   std::string bmp = "BM";
   Put32(bmp, 0), Put32(bmp, 0), Put32(bmp, offset);
   Put32(bmp, infoSize);
-  if (spec.coreHeader) {
-    Put16(bmp, width), Put16(bmp, unsigned(spec.height)), Put16(bmp, 1), Put16(bmp, spec.bits);
+  if (layout.coreHeader) {
+    Put16(bmp, width), Put16(bmp, unsigned(layout.height)), Put16(bmp, 1), Put16(bmp, layout.bits);
   } else {
-    Put32(bmp, width), Put32(bmp, unsigned(spec.height)), Put16(bmp, 1), Put16(bmp, spec.bits);
-    Put32(bmp, spec.compression), Put32(bmp, 0), Put32(bmp, 0), Put32(bmp, 0);
-    Put32(bmp, unsigned(spec.palette.size())), Put32(bmp, 0);
-    if (!spec.masks.empty()) {
-      for (int i = 0; i < 4; ++i) Put32(bmp, i < int(spec.masks.size()) ? spec.masks[i] : 0);
+    Put32(bmp, width), Put32(bmp, unsigned(layout.height)), Put16(bmp, 1), Put16(bmp, layout.bits);
+    Put32(bmp, layout.compression), Put32(bmp, 0), Put32(bmp, 0), Put32(bmp, 0);
+    Put32(bmp, unsigned(layout.palette.size())), Put32(bmp, 0);
+    if (!layout.masks.empty()) {
+      for (int i = 0; i < 4; ++i) Put32(bmp, i < int(layout.masks.size()) ? layout.masks[i] : 0);
       if (!masksAfter) bmp.append(infoSize - 56, '\0');
     }
   }
-  for (unsigned c : spec.palette) {
+  for (unsigned c : layout.palette) {
     bmp += char(c & 0xFF), bmp += char((c >> 8) & 0xFF), bmp += char((c >> 16) & 0xFF);
-    if (!spec.coreHeader) bmp += '\0';
+    if (!layout.coreHeader) bmp += '\0';
   }
-  const int stride = (width * spec.bits + 31) / 32 * 4;
+  const int stride = (width * layout.bits + 31) / 32 * 4;
   for (int i = 0; i < rows; ++i) {
-    const int y = spec.height < 0 ? i : rows - 1 - i;
+    const int y = layout.height < 0 ? i : rows - 1 - i;
     std::string row(stride, '\0');
     for (int x = 0; x < width; ++x) {
       const unsigned v = value(x, y);
-      if (spec.bits < 8) {
-        const int shift = 8 - spec.bits * (x % (8 / spec.bits) + 1);
-        row[x * spec.bits / 8] = char(row[x * spec.bits / 8] | (v << shift));
+      if (layout.bits < 8) {
+        const int shift = 8 - layout.bits * (x % (8 / layout.bits) + 1);
+        row[x * layout.bits / 8] = char(row[x * layout.bits / 8] | (v << shift));
       } else {
-        for (int b = 0; b < spec.bits / 8; ++b) row[x * spec.bits / 8 + b] = char((v >> (8 * b)) & 0xFF);
+        for (int b = 0; b < layout.bits / 8; ++b) row[x * layout.bits / 8 + b] = char((v >> (8 * b)) & 0xFF);
       }
     }
     bmp += row;
@@ -82,7 +82,7 @@ TEST(BmpVariants, EveryDepthAndRowOrderDecodes) {
   for (unsigned i = 0; i < 16; ++i) grays16.push_back(i * 0x111111u), colours16.push_back(i * 0x100F01u);
   struct Case {
     const char* name;
-    BmpSpec spec;
+    BmpSpec layout;
     unsigned (*value)(int, int);
     CA_DibFormat format;
     unsigned (*expected)(unsigned value);
@@ -113,10 +113,10 @@ TEST(BmpVariants, EveryDepthAndRowOrderDecodes) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    DibPtr dib = DecodeBytes(MakeBmp(c.spec, c.value));
+    DibPtr dib = DecodeBytes(MakeBmp(c.layout, c.value));
     ASSERT_NE(dib, nullptr);
     EXPECT_EQ(dib->GetFormat(), c.format);
-    ASSERT_EQ(dib->GetHeight(), c.spec.height < 0 ? -c.spec.height : c.spec.height);
+    ASSERT_EQ(dib->GetHeight(), c.layout.height < 0 ? -c.layout.height : c.layout.height);
     for (int y = 0; y < dib->GetHeight(); ++y) {
       for (int x = 0; x < 3; ++x) {
         EXPECT_EQ(dib->GetPixel(x, y), c.expected(c.value(x, y))) << x << "," << y;
@@ -128,7 +128,7 @@ TEST(BmpVariants, EveryDepthAndRowOrderDecodes) {
 TEST(BmpVariants, RefusesWhatItDoesNotRead) {
   struct Case {
     const char* name;
-    BmpSpec spec;
+    BmpSpec layout;
   } cases[] = {
       {"run-length coded", {8, 2, 1, {}, {0, 1}, false}},
       {"2 bits per pixel", {2, 2, 0, {}, {0, 1, 2, 3}, false}},
@@ -136,7 +136,7 @@ TEST(BmpVariants, RefusesWhatItDoesNotRead) {
       {"zero height", {24, 0, 0, {}, {}, false}},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(DecodeBytes(MakeBmp(c.spec, Pixel24)), nullptr) << c.name;
+    EXPECT_EQ(DecodeBytes(MakeBmp(c.layout, Pixel24)), nullptr) << c.name;
   }
 }
 

@@ -84,7 +84,7 @@ struct TiffSpec {
 };
 
 /// A 20 x 20 TIFF through a temporary file; each sample is `sample(x, y, s)`.
-std::string WriteTiff(const TiffSpec& spec, unsigned (*sample)(int x, int y, int s)) {
+std::string WriteTiff(const TiffSpec& layout, unsigned (*sample)(int x, int y, int s)) {
   char path[] = "/tmp/vxtiff-XXXXXX";
   const int fd = mkstemp(path);
   if (fd < 0) return std::string();
@@ -92,22 +92,22 @@ std::string WriteTiff(const TiffSpec& spec, unsigned (*sample)(int x, int y, int
   TIFF* tiff = TIFFOpen(path, "w");
   TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, 20);
   TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, 20);
-  TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, spec.samples);
-  TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, spec.bits);
-  TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, spec.photometric);
+  TIFFSetField(tiff, TIFFTAG_SAMPLESPERPIXEL, layout.samples);
+  TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, layout.bits);
+  TIFFSetField(tiff, TIFFTAG_PHOTOMETRIC, layout.photometric);
   TIFFSetField(tiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-  if (spec.extraKind >= 0) {
-    const uint16_t kinds[] = {uint16_t(spec.extraKind)};
+  if (layout.extraKind >= 0) {
+    const uint16_t kinds[] = {uint16_t(layout.extraKind)};
     TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, kinds);
   }
-  if (spec.photometric == PHOTOMETRIC_PALETTE) {
+  if (layout.photometric == PHOTOMETRIC_PALETTE) {
     std::vector<uint16_t> r(256), g(256), b(256);
     for (int i = 0; i < 256; ++i) r[i] = uint16_t(i * 257), g[i] = uint16_t((255 - i) * 257), b[i] = 0x8080;
     TIFFSetField(tiff, TIFFTAG_COLORMAP, r.data(), g.data(), b.data());
   }
-  const int bytes = spec.bits / 8;
+  const int bytes = layout.bits / 8;
   auto pack = [&](int x, int y, unsigned char* out) {
-    for (int s = 0; s < spec.samples; ++s) {
+    for (int s = 0; s < layout.samples; ++s) {
       const unsigned v = sample(x, y, s);
       if (bytes == 2) {
         const uint16_t wide = uint16_t(v * 257);
@@ -117,8 +117,8 @@ std::string WriteTiff(const TiffSpec& spec, unsigned (*sample)(int x, int y, int
       }
     }
   };
-  const int pixelBytes = spec.samples * bytes;
-  if (spec.tiled) {
+  const int pixelBytes = layout.samples * bytes;
+  if (layout.tiled) {
     TIFFSetField(tiff, TIFFTAG_TILEWIDTH, 16);
     TIFFSetField(tiff, TIFFTAG_TILELENGTH, 16);
     std::vector<unsigned char> tile(16 * 16 * pixelBytes);
@@ -157,7 +157,7 @@ unsigned Premultiplied(int x, int y, int s) {
 
 TEST(LibraryVariants, TiffThroughTheGeneralReader) {
   struct Case {
-    TiffSpec spec;
+    TiffSpec layout;
     unsigned (*sample)(int, int, int);
     CA_DibFormat format;
     int tolerance;
@@ -177,8 +177,8 @@ TEST(LibraryVariants, TiffThroughTheGeneralReader) {
        }},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.spec.name);
-    DibPtr dib = DecodeBytes(WriteTiff(c.spec, c.sample));
+    SCOPED_TRACE(c.layout.name);
+    DibPtr dib = DecodeBytes(WriteTiff(c.layout, c.sample));
     ASSERT_NE(dib, nullptr);
     EXPECT_EQ(dib->GetFormat(), c.format);
     for (int y = 0; y < 20; ++y) {

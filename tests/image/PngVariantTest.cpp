@@ -25,8 +25,8 @@ void Append(png_structp png, png_bytep data, size_t size) {
   static_cast<std::string*>(png_get_io_ptr(png))->append(reinterpret_cast<char*>(data), size);
 }
 
-/// Writes `rows` (already packed for the spec) as a PNG; empty on failure.
-std::string WritePng(const PngSpec& spec, int width, std::vector<std::vector<png_byte>> rows) {
+/// Writes `rows` (already packed for the layout) as a PNG; empty on failure.
+std::string WritePng(const PngSpec& layout, int width, std::vector<std::vector<png_byte>> rows) {
   std::string out;
   png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
   png_infop info = png_create_info_struct(png);
@@ -34,15 +34,15 @@ std::string WritePng(const PngSpec& spec, int width, std::vector<std::vector<png
   for (auto& row : rows) pointers.push_back(row.data());
   if (setjmp(png_jmpbuf(png)) == 0) {
     png_set_write_fn(png, &out, Append, nullptr);
-    png_set_IHDR(png, info, width, static_cast<png_uint_32>(rows.size()), spec.depth, spec.colorType,
-                 spec.interlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+    png_set_IHDR(png, info, width, static_cast<png_uint_32>(rows.size()), layout.depth, layout.colorType,
+                 layout.interlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);
-    if (!spec.palette.empty()) png_set_PLTE(png, info, spec.palette.data(), int(spec.palette.size()));
-    if (!spec.paletteAlpha.empty()) {
-      png_set_tRNS(png, info, spec.paletteAlpha.data(), int(spec.paletteAlpha.size()), nullptr);
+    if (!layout.palette.empty()) png_set_PLTE(png, info, layout.palette.data(), int(layout.palette.size()));
+    if (!layout.paletteAlpha.empty()) {
+      png_set_tRNS(png, info, layout.paletteAlpha.data(), int(layout.paletteAlpha.size()), nullptr);
     }
     png_color_16 transparentGray = {};
-    if (spec.grayTransparent) png_set_tRNS(png, info, nullptr, 0, &transparentGray);
+    if (layout.grayTransparent) png_set_tRNS(png, info, nullptr, 0, &transparentGray);
     png_write_info(png, info);
     png_write_image(png, pointers.data());
     png_write_end(png, nullptr);
@@ -57,7 +57,7 @@ TEST(PngVariants, EveryColourTypeDecodesToTheNearestLayout) {
   const int width = 9, height = 7;  // enough rows and columns for every Adam7 pass
   struct Case {
     const char* name;
-    PngSpec spec;
+    PngSpec layout;
     unsigned (*pixel)(int x, int y);  // 0xAARRGGBB the file holds at (x, y)
     CA_DibFormat format;
   } cases[] = {
@@ -90,7 +90,7 @@ TEST(PngVariants, EveryColourTypeDecodesToTheNearestLayout) {
         const unsigned p = c.pixel(x, y);
         const png_byte a = p >> 24, r = p >> 16, g = p >> 8, b = p;
         std::vector<png_byte> samples;
-        switch (c.spec.colorType) {
+        switch (c.layout.colorType) {
           case PNG_COLOR_TYPE_GRAY: samples = {g}; break;
           case PNG_COLOR_TYPE_GRAY_ALPHA: samples = {g, a}; break;
           case PNG_COLOR_TYPE_PALETTE: samples = {png_byte((x + y) % 3)}; break;
@@ -98,20 +98,20 @@ TEST(PngVariants, EveryColourTypeDecodesToTheNearestLayout) {
           default: samples = {r, g, b, a};
         }
         for (png_byte s : samples) {
-          if (c.spec.depth == 16) {
+          if (c.layout.depth == 16) {
             rows[y].push_back(s), rows[y].push_back(s);  // 0xSSSS scales back to 0xSS exactly
-          } else if (c.spec.depth == 8) {
+          } else if (c.layout.depth == 8) {
             rows[y].push_back(s);
           } else {
-            const int perByte = 8 / c.spec.depth;
-            const unsigned value = c.spec.colorType == PNG_COLOR_TYPE_GRAY ? s >> (8 - c.spec.depth) : s;
+            const int perByte = 8 / c.layout.depth;
+            const unsigned value = c.layout.colorType == PNG_COLOR_TYPE_GRAY ? s >> (8 - c.layout.depth) : s;
             if (x % perByte == 0) rows[y].push_back(0);
-            rows[y].back() |= png_byte(value << (8 - c.spec.depth * (x % perByte + 1)));
+            rows[y].back() |= png_byte(value << (8 - c.layout.depth * (x % perByte + 1)));
           }
         }
       }
     }
-    DibPtr dib = DecodeBytes(WritePng(c.spec, width, rows));
+    DibPtr dib = DecodeBytes(WritePng(c.layout, width, rows));
     ASSERT_NE(dib, nullptr);
     EXPECT_EQ(dib->GetFormat(), c.format);
     for (int y = 0; y < height; ++y) {
