@@ -11,6 +11,7 @@ packages=(
   libpng-dev libjpeg62-turbo-dev libtiff-dev libgif-dev libopenjp2-7-dev
   libfreetype-dev libfontconfig-dev fonts-dejavu-core
   libcairo2-dev libb64-dev
+  locales
 )
 
 missing=()
