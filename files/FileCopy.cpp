@@ -4,7 +4,9 @@
 
 #include <cstdio>
 
-#include <vxutility/Encoding.h>
+#include "files/LocalPath.h"
+#include "files/NativePath.h"
+#include "files/RegularFile.h"
 
 namespace {
 
@@ -23,12 +25,17 @@ void CopyBlocks(std::FILE* in, std::FILE* out) {
 
 }  // namespace
 
+// The source is checked to be a regular file before the target is touched:
+// a directory or a FIFO as source leaves the target as it was.
 void VXCopyFile(const char* source, const char* target) {
-  const std::string from = Utf82Local(source, -1);
-  const std::string to = Utf82Local(target, -1);
-  std::FILE* in = std::fopen(from.c_str(), "rb");
+  std::string from, to;
+  if (!vxfiles_detail::LocalPathOf(source, kNativePathSep, from) ||
+      !vxfiles_detail::LocalPathOf(target, kNativePathSep, to)) {
+    return;
+  }
+  std::FILE* in = vxfiles_detail::OpenRegularForReading(from);
   if (in == nullptr) return;
-  std::FILE* out = std::fopen(to.c_str(), "wb");
+  std::FILE* out = vxfiles_detail::OpenRegularForWriting(to);
   if (out == nullptr) {
     std::fclose(in);
     return;

@@ -4,6 +4,7 @@
 #include <vxutility/FileUtils.h>
 
 #include <cstdarg>
+#include <cstring>
 
 #include <vxbase/String.h>
 
@@ -12,6 +13,14 @@
 namespace {
 
 const char kEmptyText[] = "";
+
+/// The bytes of `path` to consider: all of them up to the NUL for a negative
+/// `length`, else exactly `length`, NULs among them included (a caller may
+/// pass a buffer that holds several names).
+int BytesToConsider(const char* path, int length) {
+  if (path == nullptr) return 0;
+  return length < 0 ? static_cast<int>(std::strlen(path)) : length;
+}
 
 /// Index of the last separator before `end`, or -1.
 int LastSepIndex(const char* path, int end) {
@@ -58,18 +67,18 @@ std::string PathJoin(const char* first, const char* second, ...) {
 }
 
 const char* GetFileExt(const char* path, int length) {
-  const int dot = LastDotIndex(path, 0, CA_TextLengthWithin(path, length));
+  const int dot = LastDotIndex(path, 0, BytesToConsider(path, length));
   return dot < 0 ? kEmptyText : path + dot;
 }
 
 CCA_String GetFileName(const char* path, int length) {
-  const int end = CA_TextLengthWithin(path, length);
+  const int end = BytesToConsider(path, length);
   const int begin = LastSepIndex(path, end) + 1;
   const int dot = LastDotIndex(path, begin, end);
   return CCA_String(path + begin, (dot < 0 ? end : dot) - begin);
 }
 
 const char* GetFileNameWithExt(const char* path, int length) {
-  const int sep = LastSepIndex(path, CA_TextLengthWithin(path, length));
+  const int sep = LastSepIndex(path, BytesToConsider(path, length));
   return sep < 0 ? kEmptyText : path + sep + 1;
 }

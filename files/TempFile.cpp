@@ -3,9 +3,9 @@
 
 #include <vxutility/TempFile.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <mutex>
 
 #include "files/NativePath.h"
 
@@ -16,10 +16,16 @@ constexpr int kRandomDigitCount = 5;
 /// The directory the system designates for temporary files; empty if none.
 std::string SystemTempDirectory();
 unsigned CurrentProcessId();
+/// Deletes the file `path`, never a directory; failure is ignored.
+void RemoveFileOnly(const std::string& path);
 
 /// Five decimal digits from the C library's generator, re-seeded from the
-/// clock: names made in the same second come out the same.
+/// clock: names made in the same second come out the same. The generator is
+/// the process's, so the seeding and the five draws are made under one lock:
+/// two threads making names never take each other's draws.
 std::string RandomDigits() {
+  static std::mutex generatorLock;
+  const std::lock_guard<std::mutex> hold(generatorLock);
   std::srand(static_cast<unsigned>(std::time(nullptr)));
   std::string digits;
   for (int i = 0; i < kRandomDigitCount; ++i) digits += static_cast<char>('0' + std::rand() % 10);
@@ -46,7 +52,7 @@ TempFile::TempFile(const TempFile& other) = default;
 TempFile& TempFile::operator=(const TempFile& other) = default;
 
 TempFile::~TempFile() {
-  if (autoRemove && !filePath.empty()) std::remove(filePath.c_str());
+  if (autoRemove && !filePath.empty()) RemoveFileOnly(filePath);
 }
 
 void TempFile::setAutoRemove(bool value) { autoRemove = value; }

@@ -17,5 +17,7 @@ VXUTILITY_EXPORT CCA_String Base64Encode(const unsigned char* data, int length);
 /// bytes above 0x7F); a final group of k < 4 characters gives k - 1 bytes.
 /// Nothing is reported: invalid input gives the bytes decoded before it. A
 /// length below -1, or a null `text` with a non-zero length, gives an empty
-/// string.
+/// string. An explicit length is trusted: `text` must hold `length` readable
+/// bytes even when a NUL comes first, since whole blocks are read before
+/// the NUL is seen.
 VXUTILITY_EXPORT CCA_String Base64Decode(const char* text, int length);

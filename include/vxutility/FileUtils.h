@@ -2,7 +2,13 @@
 /// Path text, program locations, copying and creating files.
 ///
 /// The path text functions look at the first `length` bytes of `path`; a
-/// negative `length` means the whole text and an explicit one stops at a NUL.
+/// negative `length` means the whole text up to its NUL, and an explicit one
+/// is taken as it is, NUL bytes inside it included (the caller's buffer must
+/// hold that many bytes).
+///
+/// The file functions take UTF-8 paths and reach the file whose name is that
+/// path in the local encoding (`Utf82Local`), all of them the same one; a
+/// path with a character the local encoding cannot hold names no file.
 ///
 /// Both `/` and `\` are separators on input. The native separator is the
 /// platform's: `/` on Linux and macOS, `\` on Windows.
@@ -62,10 +68,15 @@ VXUTILITY_EXPORT CCA_String GetDllPath(const char* moduleName);
 /// `prefix`, the current time in seconds (low 32 bits, decimal) and
 /// `suffix`; a null prefix or suffix counts as empty. Never truncated.
 VXUTILITY_EXPORT std::string MakeTempFilename(const char* prefix, const char* suffix);
-/// Copies `source` to `target` (UTF-8 paths) byte for byte. Does nothing when
-/// either cannot be opened; a read or write error ends the copy silently.
+/// Copies `source` to `target` (UTF-8 paths) byte for byte. Both must be
+/// regular files (the target may be missing): a directory, FIFO or device
+/// on either side, or a source that cannot be opened, leaves the target
+/// untouched, without waiting. A read or write error ends the copy silently.
 VXUTILITY_EXPORT void VXCopyFile(const char* source, const char* target);
 /// Creates the file at the UTF-8 `path` and every missing directory on the
-/// way; an existing file is left unchanged. False when the file cannot be
-/// had, after removing the directories this call created.
+/// way; an existing file is left unchanged. False when the path names
+/// something other than a regular file (a FIFO is refused without waiting)
+/// or the file cannot be had, after removing the directories this call
+/// created, never one another caller made meanwhile. Safe to call from
+/// several threads at once, for the same directories too.
 VXUTILITY_EXPORT bool VXCreateFile(const char* path);

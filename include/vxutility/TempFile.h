@@ -19,8 +19,8 @@ class VXUTILITY_EXPORT TempFile {
   TempFile(const TempFile& other);
   /// Takes every setting and the generated path of `other`.
   TempFile& operator=(const TempFile& other);
-  /// Deletes the file at the generated path when auto-removal is on; a
-  /// missing file is no error.
+  /// Deletes the file at the generated path when auto-removal is on, never
+  /// a directory of that name; a missing file is no error.
   ~TempFile();
 
   /// Whether the destructor deletes the file (default true).
@@ -37,15 +37,17 @@ class VXUTILITY_EXPORT TempFile {
   void setFileExt(const char* fileExt);
 
   /// Sets the path to the directory followed by a new name, once: later
-  /// calls keep the first path.
+  /// calls keep the first path. Threads may generate names at once: each
+  /// gets the digits of the clock's seed.
   void generateFilePath();
   /// The directory text.
   const std::string& getDir() const;
   /// The generated path; empty before generateFilePath().
   const std::string& getFilePath() const;
 
-  /// The system's temporary directory ending with the native separator;
-  /// empty when the system gives none.
+  /// The system's temporary directory ending with the native separator
+  /// (on POSIX `TMPDIR` when it names a directory, else /tmp); empty when
+  /// the system gives none.
   static std::string getSystemTempDir();
 
  private:

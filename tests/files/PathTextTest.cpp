@@ -48,7 +48,7 @@ TEST(PathParts, ExtensionNameAndNameWithExtension) {
       {"name.txt", 4, -1, "name", -1},
       {"name.txt.bak", 8, 4, "name", -1},   // the extension runs on to the NUL
       {"a/b\\c.txt", 3, -1, "b", 2},
-      {"a.b\0.c", 6, 1, "a", -1},           // an explicit length stops at a NUL
+      {"a.b\0c/d.txt", 11, 7, "d", 6},      // an explicit length runs past a NUL
       {nullptr, -1, -1, "", -1},
   };
   for (const auto& [path, length, ext, name, nameWithExt] : cases) {

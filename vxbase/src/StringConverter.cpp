@@ -1,5 +1,7 @@
 #include <vxbase/StringConverter.h>
 
+#include <climits>
+
 #include "LocalCodec.h"
 #include "Utf8.h"
 
@@ -17,7 +19,9 @@ CCA_String CCA_StringConverter::unicode_to_utf8(const wchar_t* text, int length)
   CCA_String result;
   const int n = CA_TextLengthWithin(text, length);
   if (n == 0) return result;
-  char* buffer = result.GetBuffer(vxbase_utf8::EncodedBound(text, n));
+  const long long size = vxbase_utf8::EncodedBound(text, n);
+  if (size > INT_MAX) return result;  // more than one string can hold
+  char* buffer = result.GetBuffer(static_cast<int>(size));
   if (buffer == nullptr) return result;
   result.ReleaseBuffer(vxbase_utf8::Encode(text, n, buffer));
   return result;
@@ -39,7 +43,10 @@ CCA_String CCA_StringConverter::unicode_to_local(const wchar_t* text, int length
   if (vxbase_local::LocalIsUtf8()) return unicode_to_utf8(text, n);
   CCA_String result;
   if (n == 0) return result;
-  char* buffer = result.GetBuffer(vxbase_local::EncodedLocalBound(n));
+  long long size = vxbase_local::EncodedLocalBound(n);
+  if (size > INT_MAX) size = vxbase_local::EncodedLocalSize(text, n);  // the bound may be far off
+  if (size > INT_MAX) return result;  // more than one string can hold
+  char* buffer = result.GetBuffer(static_cast<int>(size));
   if (buffer == nullptr) return result;
   result.ReleaseBuffer(vxbase_local::EncodeLocal(text, n, buffer));
   return result;

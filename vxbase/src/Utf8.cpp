@@ -179,9 +179,12 @@ int EncodeUnit(const wchar_t* text, int available, char* out, int& n) {
   return used;
 }
 
-/// Bytes one wide unit may take: 1 to 4 by its value (a surrogate counts 3,
-/// so a pair counts more than the 4 it becomes).
-int UnitBound(std::uint32_t c) { return 1 + (c >= 0x80) + (c >= 0x800) + (c >= 0x10000); }
+/// Bytes one wide unit takes: 1 to 4 by its value; a value past U+10FFFF
+/// becomes U+FFFD, 3 bytes (a surrogate counts 3, so a 16-bit pair counts
+/// more than the 4 it becomes).
+int UnitBound(std::uint32_t c) {
+  return 1 + (c >= 0x80) + (c >= 0x800) + (c >= 0x10000) - (c > 0x10FFFF);
+}
 
 bool IsScalarValue(std::uint32_t cp) { return (cp - 0xD800u) >= 0x800u && cp <= 0x10FFFFu; }
 
@@ -255,7 +258,7 @@ int Decode(const char* text, int length, wchar_t* out) {
   return n;
 }
 
-int EncodedBound(const wchar_t* text, int length) {
+long long EncodedBound(const wchar_t* text, int length) {
   long long bytes = 0;
   int i = 0;
 #if defined(__SSE2__)
@@ -266,6 +269,7 @@ int EncodedBound(const wchar_t* text, int length) {
     const __m128i past1 = _mm_set1_epi32(static_cast<int>(0x8000007Fu));
     const __m128i past2 = _mm_set1_epi32(static_cast<int>(0x800007FFu));
     const __m128i past3 = _mm_set1_epi32(static_cast<int>(0x8000FFFFu));
+    const __m128i pastMax = _mm_set1_epi32(static_cast<int>(0x8010FFFFu));
     while (i + 4 <= length) {
       __m128i extra = _mm_setzero_si128();
       // Lanes count at most 3 per step; flush well before they could wrap.
@@ -280,6 +284,7 @@ int EncodedBound(const wchar_t* text, int length) {
         extra = _mm_sub_epi32(extra, _mm_cmpgt_epi32(v, past1));
         extra = _mm_sub_epi32(extra, _mm_cmpgt_epi32(v, past2));
         extra = _mm_sub_epi32(extra, _mm_cmpgt_epi32(v, past3));
+        extra = _mm_add_epi32(extra, _mm_cmpgt_epi32(v, pastMax));  // becomes U+FFFD: 3 bytes
       }
       std::uint32_t lanes[4];
       _mm_storeu_si128(reinterpret_cast<__m128i*>(lanes), extra);
@@ -289,7 +294,7 @@ int EncodedBound(const wchar_t* text, int length) {
   }
 #endif
   for (; i < length; ++i) bytes += UnitBound(static_cast<std::uint32_t>(text[i]));
-  return bytes > 0x7fffffff ? 0x7fffffff : static_cast<int>(bytes);
+  return bytes;
 }
 
 int Encode(const wchar_t* text, int length, char* out) {

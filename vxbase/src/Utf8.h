@@ -9,8 +9,10 @@ namespace vxbase_utf8 {
 /// 16 bits, code points past U+FFFF become surrogate pairs.
 int Decode(const char* text, int length, wchar_t* out);
 
-/// An upper bound of the UTF-8 size of `length` wide characters.
-int EncodedBound(const wchar_t* text, int length);
+/// The UTF-8 size of `length` wide characters, counted in 64 bits so that
+/// text past 2^31 - 1 bytes shows as such. Exact where wchar_t holds code
+/// points; where it is 16 bits a surrogate pair counts 6 for its 4 bytes.
+long long EncodedBound(const wchar_t* text, int length);
 
 /// Encodes `length` wide characters into `out` (room for EncodedBound);
 /// returns the number of bytes written. Surrogate pairs combine; lone
