@@ -6,6 +6,7 @@
 #include <vxutility/FileUtils.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <vector>
 
 #include "files/LocalPath.h"
@@ -56,8 +57,11 @@ bool CreateWithDirectories(const std::string& path, std::vector<std::string>& cr
     const MakeResult made = MakeParentDirectories(path, created);
     if (made == MakeResult::kFailed) return false;
     if (made != MakeResult::kParentMissing) {
+      errno = 0;
       if (vxfiles_detail::TouchRegularFile(path)) return true;
-      if (!DirectoryOfPathIsGone(path)) return false;
+      // A directory removed under the call shows as ENOENT even when another
+      // caller has made it again by the time it could be looked for.
+      if (errno != ENOENT && !DirectoryOfPathIsGone(path)) return false;
     }
   }
   return false;
