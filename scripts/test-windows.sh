@@ -43,4 +43,4 @@ cmake -S . -B "$build" -G Ninja \
   -DVXUTILITY_BENCH=OFF -DVXUTILITY_FUZZ=OFF \
   "-DCMAKE_CROSSCOMPILING_EMULATOR=$emulator"
 cmake --build "$build" -j "$jobs"
-ctest --test-dir "$build" --output-on-failure -j "$jobs" --timeout 300
+ctest --test-dir "$build" --output-on-failure -j "$jobs" --timeout 300 -LE slow
