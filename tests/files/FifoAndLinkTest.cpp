@@ -18,7 +18,7 @@
 
 namespace {
 
-using SpecialFilesTest = ScratchDirTest;
+using FifoAndLinkTest = ScratchDirTest;
 
 /// Runs `call`; false when it is still running after a few seconds, in which
 /// case the FIFO `fifo` is opened and closed at its other end until the call
@@ -34,7 +34,7 @@ bool FinishesPromptly(const std::function<void()>& call, const std::string& fifo
   return false;
 }
 
-TEST_F(SpecialFilesTest, FifosAndDirectoriesAreRefusedWithoutWaiting) {
+TEST_F(FifoAndLinkTest, FifosAndDirectoriesAreRefusedWithoutWaiting) {
   const std::string fifo = Path("fifo");
   ASSERT_EQ(mkfifo(fifo.c_str(), 0666), 0);
   fs::create_directory(Path("dir"));
@@ -60,7 +60,7 @@ TEST_F(SpecialFilesTest, FifosAndDirectoriesAreRefusedWithoutWaiting) {
   }
 }
 
-TEST_F(SpecialFilesTest, DanglingAndLoopingSymlinksNameNothing) {
+TEST_F(FifoAndLinkTest, DanglingAndLoopingSymlinksNameNothing) {
   fs::create_symlink(Path("missing"), Path("dangling"));
   fs::create_symlink(Path("loop2"), Path("loop1"));
   fs::create_symlink(Path("loop1"), Path("loop2"));
@@ -77,7 +77,7 @@ TEST_F(SpecialFilesTest, DanglingAndLoopingSymlinksNameNothing) {
   EXPECT_EQ(EntryCount(), 4);
 }
 
-TEST_F(SpecialFilesTest, RelativePathsCreateAndCleanUpBelowTheCurrentDirectory) {
+TEST_F(FifoAndLinkTest, RelativePathsCreateAndCleanUpBelowTheCurrentDirectory) {
   const fs::path before = fs::current_path();
   fs::current_path(root_);
   EXPECT_TRUE(VXCreateFile("x/y/z.txt"));
@@ -90,7 +90,7 @@ TEST_F(SpecialFilesTest, RelativePathsCreateAndCleanUpBelowTheCurrentDirectory) 
   EXPECT_EQ(EntryCount(), 0);  // both directories it made are gone again
 }
 
-TEST_F(SpecialFilesTest, TempFileNeverRemovesADirectory) {
+TEST_F(FifoAndLinkTest, TempFileNeverRemovesADirectory) {
   std::string path;
   {
     TempFile temp(root_.c_str());
@@ -101,7 +101,7 @@ TEST_F(SpecialFilesTest, TempFileNeverRemovesADirectory) {
   EXPECT_TRUE(fs::is_directory(path));
 }
 
-TEST_F(SpecialFilesTest, TemporaryDirectoryThatIsNotThereFallsBackToTmp) {
+TEST_F(FifoAndLinkTest, TemporaryDirectoryThatIsNotThereFallsBackToTmp) {
   const char* saved = std::getenv("TMPDIR");
   const std::string restore = saved ? saved : "";
   const std::string file = WriteFile("plain", "");
