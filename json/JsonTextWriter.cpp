@@ -1,7 +1,9 @@
 // The compact text form of a value: RapidJSON's writer with its default
 // flags, fed by a walk that does not recurse, through a sink that keeps the
-// text within what a CCA_String holds.
+// text within what a CCA_String holds. Strings and keys are escaped here,
+// as the writer would, into room reserved in 64 bits.
 
+#include <array>
 #include <climits>
 #include <cstddef>
 
@@ -18,15 +20,12 @@ using TextWriter = rapidjson::Writer<TextBuffer, rapidjson::UTF8<>, rapidjson::U
 
 /// The longest text a CCA_String holds.
 constexpr std::size_t kMaxText = INT_MAX;
-/// The longest string whose worst case (six bytes a byte and two quotes)
-/// RapidJSON's writer still reserves correctly in its 32-bit arithmetic.
-constexpr std::size_t kWriterStringLimit = (0xFFFFFFFFu - 2) / 6;
 /// More than any number, word or bracket takes, with its separator.
 constexpr std::size_t kScalarRoom = 32;
 
 /// The escape RapidJSON's writer uses for `c`: 0 for none, 'u' for \u00XX,
 /// else the letter after the backslash.
-char EscapeOf(unsigned char c) {
+constexpr char EscapeOf(unsigned char c) {
   switch (c) {
     case '"': return '"';
     case '\\': return '\\';
@@ -39,11 +38,17 @@ char EscapeOf(unsigned char c) {
   }
 }
 
+constexpr std::array<char, 256> kEscapes = [] {
+  std::array<char, 256> table{};
+  for (int c = 0; c < 256; ++c) table[c] = EscapeOf(static_cast<unsigned char>(c));
+  return table;
+}();
+
 /// Bytes of `text` written as a JSON string, quotes included.
 std::size_t EscapedLength(const char* text, std::size_t length) {
   std::size_t total = 2 + length;
   for (std::size_t i = 0; i < length; ++i) {
-    const char escape = EscapeOf(static_cast<unsigned char>(text[i]));
+    const char escape = kEscapes[static_cast<unsigned char>(text[i])];
     if (escape != 0) total += escape == 'u' ? 5 : 1;
   }
   return total;
@@ -80,26 +85,28 @@ class TextSink {
     return false;
   }
 
+  /// A string or key: its worst case (six bytes a byte, two quotes) is
+  /// reserved unless that might pass kMaxText; then it is measured.
   bool Text(const char* text, rapidjson::SizeType length) {
     const std::size_t size = m_buffer.GetSize();
-    if (size + 6 * std::size_t(length) + 3 > kMaxText) {  // might not fit: measure it
-      const std::size_t escaped = EscapedLength(text, length);
-      if (size + escaped + 1 > kMaxText) return Stop(rapidjson::kStringType);
-      if (length > kWriterStringLimit) return LongText(text, length, escaped);
-    }
-    return m_writer.String(text, length);  // a key is written the same way
+    const std::size_t worst = 2 + 6 * std::size_t(length);
+    if (size + worst + 1 <= kMaxText) return Quoted(text, length, worst);
+    const std::size_t escaped = EscapedLength(text, length);
+    if (size + escaped + 1 > kMaxText) return Stop(rapidjson::kStringType);
+    return Quoted(text, length, escaped);
   }
 
-  /// A string too long for the writer's reserve: the writer places the
-  /// separator, the string is escaped here.
-  bool LongText(const char* text, std::size_t length, std::size_t escaped) {
+  /// The writer places the separator; the string is escaped here, through
+  /// a local cursor, into `room` bytes, and what is left over is given back.
+  bool Quoted(const char* text, std::size_t length, std::size_t room) {
     static const char kHex[] = "0123456789ABCDEF";
     m_writer.RawValue("", 0, rapidjson::kStringType);
-    char* out = m_buffer.Push(escaped);
+    char* const start = m_buffer.Push(room);
+    char* out = start;
     *out++ = '"';
     for (std::size_t i = 0; i < length; ++i) {
       const unsigned char c = static_cast<unsigned char>(text[i]);
-      const char escape = EscapeOf(c);
+      const char escape = kEscapes[c];
       if (escape == 0) {
         *out++ = static_cast<char>(c);
         continue;
@@ -113,7 +120,8 @@ class TextSink {
         *out++ = kHex[c & 0xF];
       }
     }
-    *out = '"';
+    *out++ = '"';
+    m_buffer.Pop(room - static_cast<std::size_t>(out - start));
     return true;
   }
 
@@ -129,6 +137,6 @@ CCA_String RapidjsonWrapper::ToJsonString() const {
   TextSink sink(buffer, writer);
   // A NaN, an infinity or a text grown past kMaxText stops the walk: the
   // text written up to there is the result.
-  json_walk::Walk(*m_value, sink);
+  json_walk::Walk(*Current(), sink);
   return CCA_String(buffer.GetString(), static_cast<int>(buffer.GetSize()));
 }

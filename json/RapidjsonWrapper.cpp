@@ -12,38 +12,77 @@
 
 using namespace json_kinds;
 
+namespace {
+
+std::shared_ptr<JsonTree> NewTree(JsonValue* top, JsonPool* pool) {
+  std::shared_ptr<JsonTree> tree = std::make_shared<JsonTree>();
+  tree->top = top;
+  tree->pool = pool;
+  return tree;
+}
+
+/// What a view whose value is gone reads: a null value nobody writes to.
+JsonValue* Detached() {
+  static const JsonValue none;
+  return const_cast<JsonValue*>(&none);
+}
+
+}  // namespace
+
 RapidjsonWrapper::RapidjsonWrapper(JsonDocument* document)
-    : m_ownsValue(true),
-      m_ownsAllocator(false),
-      m_document(document),
-      m_value(document),
-      m_allocator(&document->GetAllocator()),
-      m_memberCursor(kCursorAtEnd) {}
+    : m_tree(NewTree(document, &document->GetAllocator())), m_document(document), m_value(document) {}
 
-RapidjsonWrapper::RapidjsonWrapper(JsonValue* value, bool ownsValue, JsonPool* allocator, bool ownsAllocator)
-    : m_ownsValue(ownsValue),
-      m_ownsAllocator(ownsAllocator),
-      m_document(nullptr),
-      m_value(value),
-      m_allocator(allocator),
-      m_memberCursor(kCursorAtEnd) {}
+RapidjsonWrapper::RapidjsonWrapper(JsonValue* node, JsonPool* pool)
+    : m_tree(NewTree(node, pool)), m_ownsNode(true), m_value(node) {}
 
+RapidjsonWrapper::RapidjsonWrapper(std::shared_ptr<JsonTree> tree, JsonPlace::Ref place, JsonValue* value)
+    : m_tree(std::move(tree)), m_place(std::move(place)), m_value(value), m_seenEdits(m_tree->edits) {}
+
+// The owner leaves the shared record behind, empty, so that its views read
+// null from then on instead of freed storage.
 RapidjsonWrapper::~RapidjsonWrapper() {
+  if (m_place != nullptr) return;
+  JsonPool* pool = m_tree->pool;
+  m_tree->top = nullptr;
+  m_tree->pool = nullptr;
+  ++m_tree->edits;
   if (m_document != nullptr) {
     delete m_document;
-  } else if (m_ownsValue) {
+  } else if (m_ownsNode) {
     delete m_value;
+    delete pool;
   }
-  if (m_ownsAllocator) delete m_allocator;
 }
+
+JsonValue* RapidjsonWrapper::Current() const {
+  if (m_place == nullptr) return m_value;
+  JsonValue* value = m_value;
+  if (m_seenEdits != m_tree->edits) {
+    value = m_tree->top != nullptr ? JsonPlace::Find(*m_place, *m_tree->top) : nullptr;
+  }
+  return value != nullptr ? value : Detached();
+}
+
+bool RapidjsonWrapper::Attach() {
+  if (m_place == nullptr) return true;
+  if (m_seenEdits != m_tree->edits) {
+    m_value = m_tree->top != nullptr ? JsonPlace::Find(*m_place, *m_tree->top) : nullptr;
+    m_seenEdits = m_tree->edits;
+  }
+  return m_value != nullptr;
+}
+
+void RapidjsonWrapper::Edited() { m_seenEdits = ++m_tree->edits; }
 
 const JsonValue* RapidjsonWrapper::ValueOf(const VXJson* handle) {
   const RapidjsonWrapper* wrapper = dynamic_cast<const RapidjsonWrapper*>(handle);
-  return wrapper != nullptr ? wrapper->m_value : nullptr;
+  if (wrapper == nullptr) return nullptr;
+  const JsonValue* value = wrapper->Current();
+  return value != Detached() ? value : nullptr;
 }
 
 VXJsonType RapidjsonWrapper::GetType() const {
-  const JsonValue& v = *m_value;
+  const JsonValue& v = *Current();
   if (v.IsUint()) return VXJsonType_Uint;
   if (v.IsInt()) return VXJsonType_Int;
   if (v.IsUint64()) return VXJsonType_Uint64;
@@ -57,18 +96,20 @@ VXJsonType RapidjsonWrapper::GetType() const {
 }
 
 JsonValue* RapidjsonWrapper::ElementAt(int index) const {
-  if (!m_value->IsArray() || index < 0 || static_cast<unsigned>(index) >= m_value->Size()) return nullptr;
-  return &(*m_value)[static_cast<rapidjson::SizeType>(index)];
+  JsonValue& array = *Current();
+  if (!array.IsArray() || index < 0 || static_cast<unsigned>(index) >= array.Size()) return nullptr;
+  return &array[static_cast<rapidjson::SizeType>(index)];
 }
 
 JsonValue::Member* RapidjsonWrapper::FindMember(const char* key) const {
   rapidjson::SizeType length = 0;
-  if (key == nullptr || key[0] == '\0' || !m_value->IsObject() || !JsonLength(key, length)) return nullptr;
+  if (key == nullptr || key[0] == '\0' || !Current()->IsObject() || !JsonLength(key, length)) return nullptr;
   return FindMember(key, length);
 }
 
 JsonValue::Member* RapidjsonWrapper::FindMember(const char* key, rapidjson::SizeType length) const {
-  for (auto it = m_value->MemberBegin(), end = m_value->MemberEnd(); it != end; ++it) {
+  JsonValue& object = *Current();
+  for (auto it = object.MemberBegin(), end = object.MemberEnd(); it != end; ++it) {
     if (it->name.GetStringLength() == length && std::memcmp(it->name.GetString(), key, length) == 0) {
       return &*it;
     }
@@ -81,9 +122,22 @@ JsonValue* RapidjsonWrapper::MemberValue(const char* key) const {
   return member != nullptr ? &member->value : nullptr;
 }
 
+// `value` is an element or a member value of this value; its place is one
+// step down from this handle's.
 VXSharedPtr<VXJson> RapidjsonWrapper::ChildHandle(JsonValue* value) const {
   if (value == nullptr) return VXSharedPtr<VXJson>(nullptr);
-  return VXSharedPtr<VXJson>(new RapidjsonWrapper(value, false, m_allocator, false));
+  const JsonValue& container = *Current();
+  JsonPlace::Ref place;
+  if (container.IsArray()) {
+    place = std::make_shared<JsonPlace>(m_place, static_cast<rapidjson::SizeType>(value - container.Begin()));
+  } else {
+    const JsonValue::Member* first = &*container.MemberBegin();
+    const auto position = static_cast<rapidjson::SizeType>(
+        (reinterpret_cast<const char*>(value) - reinterpret_cast<const char*>(&first->value)) /
+        static_cast<std::ptrdiff_t>(sizeof(JsonValue::Member)));
+    place = std::make_shared<JsonPlace>(m_place, position, first[position].name);
+  }
+  return VXSharedPtr<VXJson>(new RapidjsonWrapper(m_tree, std::move(place), value));
 }
 
 VXSharedPtr<const VXJson> RapidjsonWrapper::ConstChildHandle(JsonValue* value) const {
@@ -94,7 +148,7 @@ VXSharedPtr<const VXJson> RapidjsonWrapper::ConstChildHandle(JsonValue* value) c
 template <typename Kind>
 typename Kind::Type RapidjsonWrapper::GetScalar(bool* ok) const {
   typename Kind::Type out = Missing<Kind>();
-  const bool accepted = Kind::Read(*m_value, out);
+  const bool accepted = Kind::Read(*Current(), out);
   if (ok != nullptr) *ok = accepted;
   return out;
 }
@@ -115,7 +169,7 @@ typename Kind::Type RapidjsonWrapper::ReadMember(const char* key, typename Kind:
 
 #define VX_JSON_READS(Name, Kind)                                                              \
   Kind::Type RapidjsonWrapper::Get##Name(bool* ok) const { return GetScalar<Kind>(ok); }       \
-  bool RapidjsonWrapper::TryGet##Name(Kind::Type& out) const { return Kind::Read(*m_value, out); } \
+  bool RapidjsonWrapper::TryGet##Name(Kind::Type& out) const { return Kind::Read(*Current(), out); } \
   Kind::Type RapidjsonWrapper::Get##Name##At(int index, Kind::Type defaultValue) const {       \
     return ReadAt<Kind>(index, defaultValue);                                                  \
   }                                                                                            \
@@ -148,8 +202,9 @@ VXSharedPtr<VXJson> RapidjsonWrapper::GetMutableMember(const char* key) { return
 
 CCA_ObjArrayTemplate<CCA_String> RapidjsonWrapper::GetMemberNames() const {
   CCA_ObjArrayTemplate<CCA_String> names;
-  if (!m_value->IsObject()) return names;
-  for (auto it = m_value->MemberBegin(); it != m_value->MemberEnd(); ++it) {
+  const JsonValue& object = *Current();
+  if (!object.IsObject()) return names;
+  for (auto it = object.MemberBegin(); it != object.MemberEnd(); ++it) {
     names.Add(CCA_String(it->name.GetString(), static_cast<int>(it->name.GetStringLength())));
   }
   return names;
@@ -169,20 +224,21 @@ bool RapidjsonWrapper::DeliverMember(CCA_String& name, VXSharedPtr<VXJson>& valu
 }
 
 bool RapidjsonWrapper::FirstMember(CCA_String& name, VXSharedPtr<VXJson>& value) {
-  if (!m_value->IsObject()) return false;
+  if (!Attach() || !m_value->IsObject()) return false;
   m_memberCursor = 0;
   if (m_value->MemberCount() == 0) return false;
   return DeliverMember(name, value);
 }
 
 bool RapidjsonWrapper::NextMember(CCA_String& name, VXSharedPtr<VXJson>& value) {
-  if (!m_value->IsObject() || m_memberCursor >= m_value->MemberCount()) return false;
+  if (!Attach() || !m_value->IsObject() || m_memberCursor >= m_value->MemberCount()) return false;
   return DeliverMember(name, value);
 }
 
 int RapidjsonWrapper::GetSize() const {
-  if (m_value->IsArray()) return static_cast<int>(m_value->Size());
-  if (m_value->IsObject()) return static_cast<int>(m_value->MemberCount());
+  const JsonValue& value = *Current();
+  if (value.IsArray()) return static_cast<int>(value.Size());
+  if (value.IsObject()) return static_cast<int>(value.MemberCount());
   return -1;
 }
 
@@ -190,8 +246,8 @@ int RapidjsonWrapper::GetSize() const {
 // failed allocation leaves nothing behind.
 VXSharedPtr<VXJson> RapidjsonWrapper::Clone() const {
   std::unique_ptr<JsonPool> pool(new JsonPool());
-  std::unique_ptr<JsonValue> node(new JsonValue(json_walk::Copy(*m_value, *pool)));
-  std::unique_ptr<RapidjsonWrapper> clone(new RapidjsonWrapper(node.get(), true, pool.get(), true));
+  std::unique_ptr<JsonValue> node(new JsonValue(json_walk::Copy(*Current(), *pool)));
+  std::unique_ptr<RapidjsonWrapper> clone(new RapidjsonWrapper(node.get(), pool.get()));
   node.release();
   pool.release();
   return VXSharedPtr<VXJson>(clone.release());
@@ -203,13 +259,14 @@ VXSharedPtr<VXJson> RapidjsonWrapper::Clone() const {
 // the tree's owner releases: no pool without an owner, none freed early.
 bool RapidjsonWrapper::CopyFrom(VXSharedPtr<const VXJson> other) {
   const JsonValue* source = ValueOf(other.get());
-  if (source == nullptr) return false;
-  std::unique_ptr<JsonPool> fresh(m_ownsAllocator ? new JsonPool() : nullptr);
-  JsonValue copy = json_walk::Copy(*source, fresh ? *fresh : *m_allocator);
+  if (source == nullptr || !Attach()) return false;
+  std::unique_ptr<JsonPool> fresh(m_ownsNode ? new JsonPool() : nullptr);
+  JsonValue copy = json_walk::Copy(*source, fresh ? *fresh : Pool());
   *m_value = copy;
   if (fresh) {
-    delete m_allocator;
-    m_allocator = fresh.release();
+    delete m_tree->pool;
+    m_tree->pool = fresh.release();
   }
+  Edited();
   return true;
 }

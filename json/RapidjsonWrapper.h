@@ -1,24 +1,26 @@
 #pragma once
 // RapidjsonWrapper: the VXJson handle onto one value of a RapidJSON tree.
 // A root handle owns its parsed document, a clone handle owns its value node
-// and pool, a child handle owns nothing and is valid only while the tree's
-// owner lives.
+// and pool; a view owns nothing and finds its value through its place in the
+// tree, which it shares with the owner (json/JsonTree.h).
 
 #include <vxutility/VXJson.h>
 
 #include "json/JsonStorage.h"
+#include "json/JsonTree.h"
 
 class RapidjsonWrapper final : public VXJson {
  public:
   /// A root handle that owns `document`.
   explicit RapidjsonWrapper(JsonDocument* document);
-  /// A clone (owning) or child (non-owning) handle.
-  RapidjsonWrapper(JsonValue* value, bool ownsValue, JsonPool* allocator, bool ownsAllocator);
+  /// A clone handle that owns `node` and the `pool` its content lives in.
+  RapidjsonWrapper(JsonValue* node, JsonPool* pool);
   ~RapidjsonWrapper() override;
   RapidjsonWrapper(const RapidjsonWrapper&) = delete;
   RapidjsonWrapper& operator=(const RapidjsonWrapper&) = delete;
 
-  /// The value viewed by `handle` when it is one of ours; nullptr otherwise.
+  /// The value viewed by `handle` when it is one of ours; nullptr otherwise,
+  /// and for a view whose value is gone, so that nothing copies from it.
   static const JsonValue* ValueOf(const VXJson* handle);
 
   VXJsonType GetType() const override;
@@ -110,6 +112,20 @@ class RapidjsonWrapper final : public VXJson {
   /// The cursor of a handle that has not started an enumeration.
   static constexpr rapidjson::SizeType kCursorAtEnd = ~rapidjson::SizeType(0);
 
+  /// A view of `value` at `place` in `tree`.
+  RapidjsonWrapper(std::shared_ptr<JsonTree> tree, JsonPlace::Ref place, JsonValue* value);
+
+  /// The value this handle sees now: found again after edits, and a null
+  /// value (never written to) when it is gone.
+  JsonValue* Current() const;
+  /// Brings the value up to date before an edit; false when it is gone, or
+  /// the tree is, and nothing may be edited.
+  bool Attach();
+  /// Records an edit made through this handle, which may have moved or
+  /// replaced values under it (never its own value).
+  void Edited();
+  JsonPool& Pool() const { return *m_tree->pool; }
+
   JsonValue* ElementAt(int index) const;
   /// The first member named `key`; nullptr when this is no object or the
   /// key is null, empty, longer than a name can be, or absent.
@@ -132,12 +148,15 @@ class RapidjsonWrapper final : public VXJson {
   JsonValue* InsertAt(int index, JsonValue& value);
   bool DeliverMember(CCA_String& name, VXSharedPtr<VXJson>& value);
 
-  bool m_ownsValue;
-  bool m_ownsAllocator;
-  JsonDocument* m_document;
+  std::shared_ptr<JsonTree> m_tree;
+  JsonPlace::Ref m_place;  // null for the owner
+  JsonDocument* m_document = nullptr;  // the root's, to delete with it
+  bool m_ownsNode = false;             // a clone's node and pool, to delete with it
+  // The value as last found, and the tree's edit count then; an owner's
+  // value never moves.
   JsonValue* m_value;
-  JsonPool* m_allocator;
+  std::uint64_t m_seenEdits = 0;
   // An index rather than an iterator: a cursor left behind by an edit then
   // ends the walk instead of reading freed storage.
-  rapidjson::SizeType m_memberCursor;
+  rapidjson::SizeType m_memberCursor = kCursorAtEnd;
 };

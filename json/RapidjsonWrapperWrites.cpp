@@ -25,34 +25,41 @@ bool DeepCopy(const VXSharedPtr<const VXJson>& source, JsonPool& pool, JsonValue
 
 }  // namespace
 
+// Every edit goes through these five, which attach first and record the
+// edit after.
 bool RapidjsonWrapper::ReplaceAt(int index, JsonValue& value) {
-  JsonValue* element = ElementAt(index);
+  JsonValue* element = Attach() ? ElementAt(index) : nullptr;
   if (element == nullptr) return false;
   *element = value;
+  Edited();
   return true;
 }
 
 JsonValue* RapidjsonWrapper::WriteMember(const char* key, JsonValue& value) {
   rapidjson::SizeType length = 0;
-  if (key == nullptr || key[0] == '\0' || !m_value->IsObject() || !JsonLength(key, length)) return nullptr;
+  if (key == nullptr || key[0] == '\0' || !Attach() || !m_value->IsObject() || !JsonLength(key, length)) {
+    return nullptr;
+  }
+  Edited();
   if (JsonValue::Member* existing = FindMember(key, length)) {
     existing->value = value;
     return &existing->value;
   }
-  JsonValue name(key, length, *m_allocator);
-  m_value->AddMember(name, value, *m_allocator);
+  JsonValue name(key, length, Pool());
+  m_value->AddMember(name, value, Pool());
   return &(m_value->MemberEnd() - 1)->value;
 }
 
 JsonValue* RapidjsonWrapper::InsertAt(int index, JsonValue& value) {
-  if (!m_value->IsArray()) return nullptr;
+  if (!Attach() || !m_value->IsArray()) return nullptr;
+  Edited();
   const rapidjson::SizeType size = m_value->Size();
   if (index < 0 || static_cast<unsigned>(index) >= size) {
-    m_value->PushBack(value, *m_allocator);
+    m_value->PushBack(value, Pool());
     return &(*m_value)[size];
   }
   JsonValue placeholder(0);
-  m_value->PushBack(placeholder, *m_allocator);
+  m_value->PushBack(placeholder, Pool());
   JsonValue* slot = m_value->Begin() + index;
   // Values hold no pointers to themselves, so shifting their bytes is a move.
   std::memmove(static_cast<void*>(slot + 1), static_cast<const void*>(slot),
@@ -65,18 +72,18 @@ JsonValue* RapidjsonWrapper::InsertAt(int index, JsonValue& value) {
 #define VX_JSON_WRITES(Name, Kind)                                      \
   bool RapidjsonWrapper::Set##Name##At(int index, Kind::Type value) {   \
     if (ElementAt(index) == nullptr || !Kind::Storable(value)) return false; \
-    JsonValue made = Kind::Make(value, *m_allocator);                   \
+    JsonValue made = Kind::Make(value, Pool());                   \
     return ReplaceAt(index, made);                                      \
   }                                                                     \
   void RapidjsonWrapper::Set##Name##Member(const char* key, Kind::Type value) { \
-    if (key == nullptr || key[0] == '\0' || !m_value->IsObject()) return; \
+    if (key == nullptr || key[0] == '\0' || !Attach() || !m_value->IsObject()) return; \
     if (!Kind::Storable(value)) return;                                 \
-    JsonValue made = Kind::Make(value, *m_allocator);                   \
+    JsonValue made = Kind::Make(value, Pool());                   \
     WriteMember(key, made);                                             \
   }                                                                     \
   bool RapidjsonWrapper::Insert##Name##At(int index, Kind::Type value) { \
-    if (!m_value->IsArray() || !Kind::Storable(value)) return false;    \
-    JsonValue made = Kind::Make(value, *m_allocator);                   \
+    if (!Attach() || !m_value->IsArray() || !Kind::Storable(value)) return false; \
+    JsonValue made = Kind::Make(value, Pool());                   \
     return InsertAt(index, made) != nullptr;                            \
   }
 
@@ -93,14 +100,14 @@ VX_JSON_WRITES(Double, DoubleKind)
 
 bool RapidjsonWrapper::SetValueAt(int index, VXSharedPtr<const VXJson> value) {
   JsonValue copy;
-  if (ElementAt(index) == nullptr || !DeepCopy(value, *m_allocator, copy)) return false;
+  if (ElementAt(index) == nullptr || !DeepCopy(value, Pool(), copy)) return false;
   return ReplaceAt(index, copy);
 }
 
 void RapidjsonWrapper::SetValueMember(const char* key, VXSharedPtr<const VXJson> value) {
   JsonValue copy;
-  if (key == nullptr || key[0] == '\0' || !m_value->IsObject()) return;
-  if (!DeepCopy(value, *m_allocator, copy)) return;
+  if (key == nullptr || key[0] == '\0' || !Attach() || !m_value->IsObject()) return;
+  if (!DeepCopy(value, Pool(), copy)) return;
   WriteMember(key, copy);
 }
 
@@ -108,7 +115,7 @@ void RapidjsonWrapper::SetValueMember(const char* key, VXSharedPtr<const VXJson>
 // this very array inserts that element as it was before the call.
 bool RapidjsonWrapper::InsertValueAt(int index, VXSharedPtr<const VXJson> value) {
   JsonValue copy;
-  if (!m_value->IsArray() || !DeepCopy(value, *m_allocator, copy)) return false;
+  if (!Attach() || !m_value->IsArray() || !DeepCopy(value, Pool(), copy)) return false;
   return InsertAt(index, copy) != nullptr;
 }
 
@@ -133,14 +140,16 @@ VXSharedPtr<VXJson> RapidjsonWrapper::SetObjectMember(const char* key) {
 }
 
 bool RapidjsonWrapper::RemoveAt(int index) {
-  JsonValue* element = ElementAt(index);
+  JsonValue* element = Attach() ? ElementAt(index) : nullptr;
   if (element == nullptr) return false;
   m_value->Erase(element);
+  Edited();
   return true;
 }
 
 void RapidjsonWrapper::RemoveMember(const char* key) {
-  JsonValue::Member* member = FindMember(key);
+  JsonValue::Member* member = Attach() ? FindMember(key) : nullptr;
   if (member == nullptr) return;
   m_value->RemoveMember(m_value->MemberBegin() + (member - &*m_value->MemberBegin()));
+  Edited();
 }

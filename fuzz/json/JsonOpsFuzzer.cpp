@@ -1,13 +1,12 @@
 // Reads its input as a program of VXJson operations on four handle slots:
 // parse, child access, scalar and value writes, inserts, removal, container
 // creation, enumeration with the out-parameter aliasing the handle it runs
-// on, copies, clones and writing. The program keeps the lifetime rules a
-// caller must keep (a tree's owner outlives its views; an edit that may move
-// a container's children ends the other views, which might now see a stale
-// copy sharing storage with the live container; views of a clone are dropped
-// when CopyFrom overwrites the clone); anything AddressSanitizer or
-// UndefinedBehaviorSanitizer reports inside those rules is a fault. Whatever text
-// is written must parse back to the same kind and size when it is whole.
+// on, copies, clones and writing. Handles are used in any order: views go on
+// being used after edits that move their values, after their value is
+// removed, after CopyFrom overwrites their clone and after their owner is
+// released; anything AddressSanitizer or UndefinedBehaviorSanitizer reports
+// is a fault. Whatever text is written must parse back to the same kind and
+// size when it is whole.
 
 #include <cstdint>
 #include <cstdlib>
@@ -31,20 +30,13 @@ constexpr int kSlots = 4;
 constexpr int kMaxOperations = 24;
 constexpr int kMaxCopies = 4;  // each copy may double a tree that holds itself
 
-struct Slot {
-  JsonPtr handle;
-  int tree = -1;       // which tree the handle views
-  bool owner = false;  // the handle owns `tree` (a parsed root or a clone)
-  bool clone = false;  // the owner is a clone
-};
-
 class Program {
  public:
   explicit Program(FuzzedDataProvider& data) : m_data(data) {}
 
   void Run() {
     for (int step = 0; step < kMaxOperations && m_data.remaining_bytes() > 0; ++step) Step();
-    Check(m_slots[0].handle);
+    Check(m_slots[0]);
   }
 
  private:
@@ -56,70 +48,41 @@ class Program {
     return pick < 6 ? kKeys[pick] : m_data.ConsumeRandomLengthString(8);
   }
 
-  /// Keeps every tree's owner alive to the end: views never outlive it.
-  void Own(Slot& slot, JsonPtr owner, bool clone) {
-    slot.handle = owner;
-    slot.tree = m_nextTree++;
-    slot.owner = true;
-    slot.clone = clone;
-    if (owner) m_owners.push_back(owner);
-  }
-
-  void View(Slot& into, const Slot& from, JsonPtr view) {
-    into.handle = view;
-    into.tree = from.tree;
-    into.owner = into.clone = false;
-  }
-
-  /// After an edit through `edited` that may move children of the value it
-  /// views (an insert, a removal, a write that may add a member), only the
-  /// owners and that very handle stay usable.
-  void Restructured(const Slot& edited) {
-    const VXJson* keep = edited.handle.get();
-    for (Slot& slot : m_slots) {
-      if (!slot.owner && slot.handle.get() != keep) slot = Slot();
-    }
-  }
-
   bool CopyAllowed() { return m_copies++ < kMaxCopies; }
 
   void Step() {
     const int op = m_data.ConsumeIntegralInRange(0, 15);
-    Slot& a = m_slots[SlotIndex()];
-    Slot& b = m_slots[SlotIndex()];
+    JsonPtr& a = m_slots[SlotIndex()];
+    JsonPtr& b = m_slots[SlotIndex()];
     if (op == 0) {
       const std::string text = m_data.ConsumeRandomLengthString(256);
-      Own(a, VXJsonFactory::ParseJsonString(text.data(), static_cast<unsigned int>(text.size()), nullptr), false);
+      a = VXJsonFactory::ParseJsonString(text.data(), static_cast<unsigned int>(text.size()), nullptr);
       return;
     }
-    if (!a.handle) {
-      Own(a, VXJsonFactory::ParseJsonString(m_data.ConsumeBool() ? "[1,\"s\",[2]]" : "{\"a\":{\"b\":[]}}",
-                                             0xFFFFFFFFu, nullptr),
-          false);
+    if (!a) {
+      a = VXJsonFactory::ParseJsonString(m_data.ConsumeBool() ? "[1,\"s\",[2]]" : "{\"a\":{\"b\":[]}}", 0xFFFFFFFFu,
+                                         nullptr);
       return;
     }
-    VXJson& v = *a.handle;
+    VXJson& v = *a;
     switch (op) {
-      case 1: View(b, a, v.GetMutableAt(Index())); break;
-      case 2: View(b, a, v.GetMutableMember(Key().c_str())); break;
+      case 1: b = v.GetMutableAt(Index()); break;
+      case 2: b = v.GetMutableMember(Key().c_str()); break;
       case 3: Reads(v); break;
-      case 4: ScalarWrite(a); break;
-      case 5: ValueWrite(a, b); break;
-      case 6: Containers(a, b); break;
-      case 7:
-        m_data.ConsumeBool() ? (void)v.RemoveAt(Index()) : v.RemoveMember(Key().c_str());
-        Restructured(a);
-        break;
+      case 4: ScalarWrite(v); break;
+      case 5: ValueWrite(v, b); break;
+      case 6: Containers(v, b); break;
+      case 7: m_data.ConsumeBool() ? (void)v.RemoveAt(Index()) : v.RemoveMember(Key().c_str()); break;
       case 8: Enumerate(a, b); break;
       case 9:
-        if (CopyAllowed()) Own(b, v.Clone(), true);
+        if (CopyAllowed()) b = v.Clone();
         break;
       case 10: CopyFrom(a, b); break;
-      case 11: Check(a.handle); break;
-      case 12: a = Slot(); break;
+      case 11: Check(a); break;
+      case 12: a = JsonPtr(); break;
       case 13: b = a; break;
       case 14: v.GetMemberNames(); break;
-      default: View(b, a, m_data.ConsumeBool() ? v.GetMutableAt(0) : v.GetMutableMember("a")); break;
+      default: b = m_data.ConsumeBool() ? v.GetMutableAt(0) : v.GetMutableMember("a"); break;
     }
   }
 
@@ -143,11 +106,9 @@ class Program {
     if (child) child->GetUint(&ok);
   }
 
-  void ScalarWrite(const Slot& a) {
-    VXJson& v = *a.handle;
+  void ScalarWrite(VXJson& v) {
     const int kind = m_data.ConsumeIntegralInRange(0, 7);
     const int where = m_data.ConsumeIntegralInRange(0, 2);  // replace an element, a member, or insert
-    if (where != 0) Restructured(a);
     const int index = Index();
     const std::string key = Key();
     const std::string text = m_data.ConsumeRandomLengthString(16);
@@ -170,59 +131,39 @@ class Program {
 
   /// Value writes take `b`'s value, which may view the same tree, even the
   /// very element being written.
-  void ValueWrite(const Slot& a, const Slot& b) {
+  void ValueWrite(VXJson& v, const JsonPtr& b) {
     if (!CopyAllowed()) return;
-    VXJson& v = *a.handle;
-    VXSharedPtr<const VXJson> value = b.handle;  // kept even when its slot is dropped
-    const int where = m_data.ConsumeIntegralInRange(0, 2);
-    switch (where) {
+    const VXSharedPtr<const VXJson> value = b;
+    switch (m_data.ConsumeIntegralInRange(0, 2)) {
       case 0: v.SetValueAt(Index(), value); break;
       case 1: v.SetValueMember(Key().c_str(), value); break;
       default: v.InsertValueAt(Index(), value); break;
     }
-    if (where != 0) Restructured(a);
   }
 
-  void Containers(const Slot& a, Slot& b) {
-    const Slot parent = a;  // `b` may be `a`
-    VXJson& v = *parent.handle;
-    JsonPtr made;
+  /// The new container's view goes into `b`, which may be `a`.
+  void Containers(VXJson& v, JsonPtr& b) {
     switch (m_data.ConsumeIntegralInRange(0, 3)) {
-      case 0: made = v.InsertArrayAt(Index()); break;
-      case 1: made = v.InsertObjectAt(Index()); break;
-      case 2: made = v.SetArrayMember(Key().c_str()); break;
-      default: made = v.SetObjectMember(Key().c_str()); break;
+      case 0: b = v.InsertArrayAt(Index()); break;
+      case 1: b = v.InsertObjectAt(Index()); break;
+      case 2: b = v.SetArrayMember(Key().c_str()); break;
+      default: b = v.SetObjectMember(Key().c_str()); break;
     }
-    Restructured(parent);
-    View(b, parent, made);
   }
 
-  /// The delivered member goes into `b`, which may be `a` itself.
-  void Enumerate(Slot& a, Slot& b) {
+  /// The delivered member goes into `b`, which may be `a` itself: the
+  /// assignment may then release the handle the call runs on.
+  void Enumerate(const JsonPtr& a, JsonPtr& b) {
     CCA_String name;
-    const int tree = a.tree;
-    JsonPtr& out = b.handle;
-    const bool first = m_data.ConsumeBool();
-    JsonPtr before = out;
-    const bool more = first ? a.handle->FirstMember(name, out) : a.handle->NextMember(name, out);
-    if (out.get() != before.get()) {  // a member was delivered: `b` now views a's tree
-      b.tree = tree;
-      b.owner = b.clone = false;
-    } else if (more) {
-      std::abort();  // "more follow" without a delivered member
-    }
+    const VXJson* before = b.get();  // the new view is made before the old goes
+    const bool more = m_data.ConsumeBool() ? a->FirstMember(name, b) : a->NextMember(name, b);
+    if (more && b.get() == before) std::abort();  // "more follow" without a delivered member
   }
 
-  /// CopyFrom on a clone frees the clone's old storage: every other view of
-  /// that tree is dropped first, as a caller must.
-  void CopyFrom(Slot& a, const Slot& b) {
-    if (!CopyAllowed()) return;
-    // The source may be the clone itself or a view of it.
-    a.handle->CopyFrom(b.handle);
-    if (!a.clone) return;
-    for (Slot& slot : m_slots) {
-      if (slot.tree == a.tree && !slot.owner) slot = Slot();
-    }
+  /// The source may be the target itself, a view into it, or a view of a
+  /// clone about to be overwritten.
+  void CopyFrom(const JsonPtr& a, const JsonPtr& b) {
+    if (CopyAllowed()) a->CopyFrom(b);
   }
 
   /// Writes the value; a text that parses back comes back as the same kind
@@ -237,9 +178,7 @@ class Program {
   }
 
   FuzzedDataProvider& m_data;
-  Slot m_slots[kSlots];
-  std::vector<JsonPtr> m_owners;
-  int m_nextTree = 0;
+  JsonPtr m_slots[kSlots];
   int m_copies = 0;
 };
 

@@ -12,24 +12,24 @@
 /// nothing leaks). A tree and every handle into it belong to one thread at a
 /// time.
 ///
-/// Lifetimes, which nothing checks:
+/// Lifetimes:
 /// - A child handle (GetAt, GetMember, their mutable forms, Insert/Set of
 ///   containers, FirstMember/NextMember) is a view: it does not keep its tree
 ///   alive. Only the root handle from ParseJsonString, or a handle from
 ///   Clone, owns a tree. So
 ///     VXSharedPtr<const VXJson> font =
 ///         VXJsonFactory::ParseJsonString(text, len, nullptr)->GetMember("Font");
-///   dangles at once, although font.use_count() is 1: keep the root.
-/// - Inserting into or removing from an array may move its elements; adding
-///   a member or RemoveMember may move an object's members: views of those
-///   direct children may then see another child or a stale copy that shares
-///   storage with the live tree, so use them no more (an edit through a
-///   stale copy can corrupt the tree; views further down stay). Replacing a
-///   value (a replacing write, SetArrayMember/SetObjectMember on an existing
-///   member, CopyFrom) detaches the old content from the tree; CopyFrom on a
-///   Clone handle frees it, ending every view made from that clone.
-/// - Any of those edits on an object invalidates an enumeration running on
-///   it: restart with FirstMember.
+///   reads null at once, although font.use_count() is 1: keep the root.
+/// - A view keeps its place in the tree (an element's index, so an insert or
+///   removal before it shifts what it sees; a member's name) and finds its
+///   value there again after any edit: growth or removal
+///   that moves its container's children, a replacing write or CopyFrom above
+///   it, CopyFrom on its clone. Once nothing is at its place (the element or
+///   member was removed, an ancestor no longer holds it, the owner was
+///   released) it reads as null, copies nothing and refuses every edit
+///   (false, a null handle, or nothing done).
+/// - An edit on an object may reorder its members, so restart an
+///   enumeration running on it with FirstMember.
 /// - A GetString/GetStringAt/GetStringMember pointer stays valid until that
 ///   value is replaced or removed (or CopyFrom on its clone) and while the
 ///   tree lives.

@@ -254,18 +254,65 @@ TEST(JsonValue, ChildSurvivesEditsThatDoNotMoveItAndCloneOutlivesItsSource) {
   EXPECT_EQ(Text(clone), "{\"s\":\"" + text + "\",\"t\":\"more\"}");
 }
 
-TEST(JsonValue, HandlesReleasedInAnyOrderAfterCopyFrom) {
-  for (int order = 0; order < 2; ++order) {
-    JsonPtr root = Parse("{\"x\":[0]}");
-    JsonPtr child = root->GetMutableMember("x");
-    JsonPtr source = Parse("{\"deep\":{\"s\":\"copied into the tree's own pool\"}}");
-    ASSERT_TRUE(child->CopyFrom(source) && root->CopyFrom(source));
-    ASSERT_TRUE(root->CopyFrom(child));  // the child now views detached content in the same pool
-    source = JsonPtr();
-    if (order == 0) child = JsonPtr();
-    EXPECT_EQ(Text(root), "{\"deep\":{\"s\":\"copied into the tree's own pool\"}}");
-    root = JsonPtr();  // released before the child on the second round
+// Growth and removal move a container's children; a view must follow its own
+// value there, and edits through it must reach the live tree.
+TEST(JsonValue, ViewsFollowTheirValueWhenTheContainerMoves) {
+  JsonPtr object = Parse("{\"a\":[1],\"b\":2,\"c\":{\"x\":1}}");
+  JsonPtr a = object->GetMutableMember("a");
+  JsonPtr c = object->GetMutableMember("c");
+  for (int i = 0; i < 100; ++i) object->SetIntMember(("k" + std::to_string(i)).c_str(), i);
+  object->RemoveMember("b");  // moves the last member into the gap
+  EXPECT_TRUE(a->InsertIntAt(-1, 2));
+  c->SetIntMember("y", 3);
+  EXPECT_EQ(Text(object->GetMember("a")) + Text(object->GetMember("c")), "[1,2]{\"x\":1,\"y\":3}");
+  object->RemoveMember("a");  // the last member now sits at a's old position
+  EXPECT_EQ(Text(c), "{\"x\":1,\"y\":3}");
+  JsonPtr array = Parse("[[0]]");
+  JsonPtr first = array->GetMutableAt(0);
+  for (int i = 0; i < 100; ++i) array->InsertIntAt(-1, i);
+  EXPECT_TRUE(first->InsertIntAt(-1, 1));
+  EXPECT_EQ(Text(array->GetAt(0)), "[0,1]");
+}
+
+// A view whose value is gone (removed, its owner released, its clone
+// overwritten without it) reads null and refuses edits; one whose clone is
+// overwritten with a value at its place sees that value.
+TEST(JsonValue, ViewsWhoseValueIsGoneReadNullAndRefuseEdits) {
+  JsonPtr root = Parse("{\"a\":{\"s\":\"a string longer than the inline size\"},\"b\":[1]}");
+  JsonPtr gone = root->GetMutableMember("a");
+  JsonPtr b = root->GetMutableMember("b");
+  root->RemoveMember("a");
+  JsonPtr clone = Parse("{\"a\":[1]}")->Clone();
+  JsonPtr inClone = clone->GetMutableMember("a");
+  JsonPtr lost = clone->GetMutableMember("a");
+  ASSERT_TRUE(clone->CopyFrom(Parse("{\"a\":[5]}")));
+  EXPECT_EQ(inClone->GetIntAt(0, -1), 5);
+  ASSERT_TRUE(clone->CopyFrom(Parse("[]")));
+  root = JsonPtr();  // `b` outlives its owner
+  for (JsonPtr* view : {&gone, &b, &lost}) {
+    VXJson& v = **view;
+    EXPECT_EQ(v.GetType(), VXJsonType_Null);
+    EXPECT_EQ(v.GetSize() + v.GetIntAt(0, -1), -2);
+    EXPECT_EQ(Text(*view), "null");
+    v.SetIntMember("n", 1);
+    EXPECT_FALSE(v.InsertIntAt(0, 1) || v.SetIntAt(0, 1) || v.RemoveAt(0) || v.InsertArrayAt(0) ||
+                 v.SetObjectMember("o") || v.CopyFrom(Parse("[1]")) || clone->CopyFrom(*view));
+    EXPECT_EQ(v.GetType(), VXJsonType_Null);
   }
+  EXPECT_EQ(Text(clone), "[]");
+}
+
+// A view a hundred thousand levels down is made, found again and released
+// without recursion.
+TEST(JsonValue, DeepChainOfViews) {
+  JsonPtr root = Parse("[]");
+  JsonPtr node = root;
+  for (int depth = 0; depth < 100000; ++depth) node = node->InsertArrayAt(0);
+  root->InsertIntAt(-1, 7);  // the deepest view must look again
+  EXPECT_TRUE(node->InsertIntAt(0, 1));
+  EXPECT_EQ(Text(node), "[1]");
+  node = JsonPtr();
+  EXPECT_EQ(root->GetSize(), 2);
 }
 
 // VXSharedPtr itself: counting, layout and release order of its blocks.
